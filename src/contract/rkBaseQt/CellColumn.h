@@ -1,0 +1,73 @@
+#pragma once
+// Typed storage for the cells of one data-tree column: one contiguous vector of the column's
+// native type plus one validity byte per cell, so that a million-row Double column costs nine
+// bytes a cell and every read or write is O(1). Types without a compact native form (text,
+// coded text) keep their values as QVariant.
+
+#include <QColor>
+#include <QPointF>
+#include <QString>
+#include <QVariant>
+
+#include <cstdint>
+#include <vector>
+
+namespace rkBase {
+
+class CellColumn
+{
+public:
+    explicit CellColumn(QVariant::Type type = QVariant::Double, int rows = 0);
+
+    QVariant::Type type() const { return m_type; }
+    // Converts every valid cell; cells that do not convert become blank.
+    void setType(QVariant::Type type);
+
+    int size() const { return static_cast<int>(m_valid.size()); }
+    void resize(int rows);
+    void reserve(int rows);
+    void clear();
+
+    bool isValid(int row) const { return row >= 0 && row < size() && m_valid[row] != 0; }
+    // Blank or out of range gives an invalid QVariant.
+    QVariant get(int row) const;
+    // An invalid value blanks the cell. Returns false when the value does not convert to the
+    // column's type (the cell is then left as it was) or the row is out of range.
+    bool set(int row, const QVariant& value);
+    void blank(int row);
+
+    // Fast typed paths used by statistics; blank cells read 0.
+    double toDouble(int row) const;
+    int toInt(int row) const;
+    void setDouble(int row, double value);
+
+    void insertBlank(int row, int count = 1);
+    void erase(int row, int count = 1);
+    // Removes the given rows (ascending, unique, in range) in one compacting pass.
+    void eraseRows(const std::vector<int>& rows);
+    // Inserts blank rows so that they end up at the given positions (ascending, unique).
+    void insertBlankRows(const std::vector<int>& positions);
+
+    // Index of the last valid cell plus one.
+    int lastValidRowPlusOne() const;
+
+    std::size_t memoryBytes() const;
+
+    static bool isNumericType(QVariant::Type type);
+
+private:
+    QVariant::Type m_type;
+    std::vector<std::uint8_t> m_valid;
+    std::vector<double> m_double;      // Double
+    std::vector<std::int32_t> m_int;   // Int, Bool, Icon (lookup key)
+    std::vector<QRgb> m_color;         // Color
+    std::vector<QPointF> m_point;      // PointF
+    std::vector<QVariant> m_variant;   // String, KeySequence and anything else
+
+    enum class Store { Double, Int, Color, Point, Variant };
+    Store m_store;
+    static Store storeFor(QVariant::Type type);
+    template <typename F> void forEachVector(F f);
+};
+
+} // namespace rkBase

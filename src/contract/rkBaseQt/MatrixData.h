@@ -1,0 +1,383 @@
+#pragma once
+// A node of the data tree that the analyser shows: the root, a group (a well, a marker set, a
+// sheet) or a column (an attribute) holding one value per row. All views read and write cells
+// through this class; none keeps a private copy.
+//
+// Rules this tree keeps where callers could otherwise guess:
+// - A group is a node built with rows -1 and columns -1; a column is built with a row count.
+//   A column whose checkStateActive() is set has a second, Bool column (column 1) for ticks.
+// - A write at or past the allocated rows grows the column with blank cells; a write with a
+//   negative row, or a value that does not convert to the cell type, is refused (false).
+// - checkValidRowCount() sets each column's valid-row count to one past its last valid cell and
+//   then aligns all columns of a group to the longest one, so that a record keeps its row even
+//   when its last cells are blank.
+// - NaN and infinite doubles are stored and shown, but never counted in minimum, maximum, mean
+//   or standard deviation.
+// - hasOrientationData(): some column below holds Double cells in the orientation unit category,
+//   or is named like an orientation ("dip", "azimuth", "strike", "plunge", "dip direction",
+//   case-insensitive).
+// - getDataSetSelectionBoxItems() lists ticked, user-visible columns; the id of an entry is its
+//   position in getNode() order. Collections: AllAttributes (0) every column; NumericAttributes (1)
+//   Double and Int columns; ColorAttributes (2) Color, Icon, KeySequence, Int, Double and String
+//   columns (anything a colour map or a colour table can colour); SymbolAttributes (3) Int, Icon,
+//   KeySequence, String and Bool columns (discrete classes); OrientationAttributes (4) columns
+//   that count as orientation data (see above); PitchAndGroupAttributes (5) orientation columns
+//   plus Int, Icon, KeySequence and String columns that can group orientation rows.
+// - isVertex() is a flag set by whoever builds the coordinate columns (setVertex).
+
+#include <QColor>
+#include <QHash>
+#include <QList>
+#include <QMap>
+#include <QModelIndex>
+#include <QString>
+#include <QVariant>
+
+#include <boost/dynamic_bitset.hpp>
+#include <boost/shared_ptr.hpp>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+class QDataStream;
+class QMimeData;
+class QWidget;
+
+namespace rkBase {
+
+class AbstractMatrixDataID;
+class CellColumn;
+class MatrixDataRestore;
+class UnitManager;
+class UnitRegistry;
+
+class MatrixData
+{
+public:
+    enum AttributeCollection {
+        AllAttributes = 0,
+        NumericAttributes = 1,
+        ColorAttributes = 2,
+        SymbolAttributes = 3,
+        OrientationAttributes = 4,
+        PitchAndGroupAttributes = 5
+    };
+
+    // The last argument allows a column to grow when written past its end; it is true in every
+    // use and kept for the callers that pass it.
+    MatrixData(const QString& name, int rows, int columns, QVariant::Type type, bool growOnWrite = true);
+    // Deep copy of values and settings; children too when withChildren. The copy has no parent
+    // and no undo list.
+    MatrixData(const MatrixData& other, bool withChildren = true);
+    MatrixData& operator=(const MatrixData& other);
+
+    // ---- virtual operations; the order is part of the binary interface, keep it ----
+    virtual ~MatrixData();
+    virtual void initialize(int rows, int columns);
+    virtual int rowCount() const;
+    virtual int columnCount() const;
+    // Row -1 appends. Returns the row inserted, or -1.
+    virtual int insertRowAtPos(int row);
+    // Inserts one blank row before (before = true) or after each listed row, processed so
+    // that earlier insertions do not shift later ones. Returns the first new row, or -1.
+    // markerMode is accepted for callers that insert marker rows; rows are blank either way.
+    virtual int insertRowsAtPos(const QList<int>& rows, bool before, bool markerMode);
+    // Undo half of an insertion: rows are the rows the insertion produced.
+    virtual void unInsertRowAtPos(const QList<int>& rows, bool recursive);
+    virtual void reInsertRowAtPos(const QList<int>& rows, bool recursive);
+    virtual void incrementRows(int count);
+    virtual void decrementRows(int count);
+    virtual bool removeRowFromEachColumn(int row);
+    virtual void removeRowsFromEachColumn();
+    // Rows may come in any order; duplicates and rows out of range are ignored.
+    virtual bool removeRowsFromEachColumn(const QList<int>& rows, bool recursive);
+    // values: one value per column under this node, in leafs() order.
+    virtual void unRemoveRowFromEachColumn(int row, const QList<QVariant>& values);
+    // values: for each column in leafs() order, one value per row in ascending row order.
+    virtual void unRemoveRowsFromEachColumn(const QList<int>& rows, const QList<QVariant>& values, bool recursive);
+    virtual void reRemoveRowFromEachColumn(int row, bool recursive);
+    virtual void reRemoveRowsFromEachColumn(const QList<int>& rows, bool recursive);
+    virtual void computeRowIndices() const;
+    virtual bool isNodeEditable() const;
+    virtual void setNodeEditable(bool editable);
+    virtual bool isValueEditable(int row, int column) const;
+    virtual bool isValueValid(int row, int column) const;
+    // A combo box listing the lookup table, or null when the column has none.
+    virtual QWidget* comboBoxEditor(QWidget* parent) const;
+    virtual QWidget* comboBoxEditor(QWidget* parent, const QModelIndex& index) const;
+    virtual QVariant value(const QModelIndex& index) const;
+    virtual QVariant value(int row, int column) const;
+    virtual QVariant rawValue(const QVariant& userText) const;
+    virtual QVariant rawValue(int row) const;
+    virtual QVariant rawValue(const QModelIndex& index) const;
+    virtual double toDouble(int row, int column) const;
+    virtual int toInt(int row, int column) const;
+    virtual double toDisplayDouble(const QVariant& value) const;
+    virtual bool setValue(int row, const QVariant& value);
+    virtual bool setValue(const QModelIndex& index, const QVariant& value);
+    virtual bool setValue(int row, int column, const QVariant& value);
+    virtual void clearWriteContainer(int row);
+    virtual void removeRowIndices(int row);
+    virtual void setInt(int row, int column, const int& value);
+    virtual QVariant minValue() const;
+    virtual QVariant maxValue() const;
+    virtual QVariant meanValue() const;
+    virtual void setMinValue(const QVariant& value);
+    virtual void setMeanValue(const QVariant& value);
+    virtual void setMaxValue(const QVariant& value);
+    virtual void setMinMax(const int& column, const boost::dynamic_bitset<>& rows);
+    virtual bool getMinMaxForColumn(const int& column, double& min, double& max, double& mean, int& count,
+                                    const boost::dynamic_bitset<>& rows) const;
+    virtual void setMatrixDataID(AbstractMatrixDataID* id);
+    virtual bool hasWriteValues() const;
+    virtual void appendColumns(int count);
+    virtual void appendRows(int count);
+    // ---- end of the ordered virtual operations ----
+
+    static QVariant::Type systemType(const QString& typeName);
+    static QString systemTypeName(QVariant::Type type);
+
+    // ---- tree ----
+    QString name() const { return m_name; }
+    void setName(const QString& name) { m_name = name; }
+    QString interfaceName() const { return m_interfaceName; }
+    void setInterfaceName(const QString& name) { m_interfaceName = name; }
+    // Changes the proposed name so that no node under this one bears it ("name", "name_1", ...).
+    void createUniqueName(QString& name) const;
+
+    MatrixData* parent() const { return m_parent; }
+    void setParent(MatrixData* parent) { m_parent = parent; }
+    MatrixData* child(int i) const;
+    int childCount() const { return static_cast<int>(m_children.size()); }
+    const QList<MatrixData*>& children() const { return m_children; }
+    int indexOfChild(const MatrixData* node) const { return m_children.indexOf(const_cast<MatrixData*>(node)); }
+    MatrixData* root() const;
+    bool isGroup() const { return m_group; }
+
+    void appendChild(MatrixData* node, bool isGroup);
+    void insertChild(int position, MatrixData* node);
+    // Detaches without deleting; the caller owns the node afterwards.
+    bool removeChild(MatrixData* node);
+
+    MatrixData* getNode(int n) const;
+    MatrixData* getNodeFromName(const QString& name) const;
+    MatrixData* getFirstChildWithData() const;
+    QList<MatrixData*> leafs() const;
+
+    bool visibleToUser() const { return m_visibleToUser; }
+    void setVisibleToUser(bool visible) { m_visibleToUser = visible; }
+    bool isVertex() const { return m_vertex; }
+    void setVertex(bool vertex) { m_vertex = vertex; }
+    bool hasOrientationData() const;
+    bool isOrientationColumn() const;
+
+    bool isSelected() const { return m_selected; }
+    // recursive: also tick or untick every node below.
+    void setSelected(bool selected, bool recursive);
+    int numberOfSelectedItems() const;
+    // Rows a table shows for the ticked columns: with a row list of listSize entries, that many
+    // (stepped); otherwise the longest valid-row count, stepped as the table steps through it.
+    int maxNumbOfSelectedRows(int stepSize, int listSize) const;
+
+    bool isNodeComputed() const { return m_computed; }
+    void setNodeComputed(bool computed) { m_computed = computed; }
+    bool isNodeRenamable() const { return m_renamable; }
+    void setNodeRenamable(bool renamable) { m_renamable = renamable; }
+    bool nodeCanBeBlank() const { return m_canBeBlank; }
+    void setNodeCanBeBlank(bool canBeBlank) { m_canBeBlank = canBeBlank; }
+
+    int nodeId() const { return m_nodeId; }
+    static void resetGlobalIDCounter();
+    AbstractMatrixDataID* matrixDataID() const { return m_matrixDataID.get(); }
+
+    // ---- cells and rows ----
+    QVariant::Type cellType() const { return m_cellType; }
+    void setCellType(QVariant::Type type);
+    bool isValueAllowed(const QVariant& value) const;
+    void setAllowedRange(double min, double max);
+    void insertValue(int row, const QVariant& value);
+    void appendOneRowForEachColumn();
+
+    int validValueRowCount() const { return m_validRows; }
+    void setValidValueRowCount(int count);
+    void checkValidRowCount();
+    int startRowCount() const { return m_startRows; }
+    void setStartRowCount(int row);
+    // Sets the valid-row count to the allocated rows (onlyGrow: never lower it).
+    void resetRowCount(bool onlyGrow);
+
+    bool checkStateActive() const { return m_checkStateActive; }
+    void setCheckStateActive(bool active);
+    bool checkStateRoleExclusive() const { return m_checkStateExclusive; }
+    void setCheckStateRoleExclusive(bool exclusive) { m_checkStateExclusive = exclusive; }
+
+    QVariant defaultValue1() const { return m_default1; }
+    void setDefaultValue1(const QVariant& value);
+    double defaultValue2() const { return m_default2; }
+    void setDefaultValue2(double value) { m_default2 = value; }
+
+    // ---- units ----
+    UnitRegistry* registry() const;
+    void setRegistry(UnitRegistry* registry) { m_registry = registry; }
+    boost::shared_ptr<UnitManager> unitManager() const { return m_unitManager; }
+    void setUnitManager(const std::string& category);
+    void setUnitManager(const QString& category);
+    void setUnitManager(boost::shared_ptr<UnitManager> manager) { m_unitManager = manager; }
+    QString unitCategory() const;
+    int unitPrecision() const;
+    QString displayUnitTag() const;
+    QString nodeUnitTag() const;
+    int nodeUnitKey() const { return m_nodeUnitKey; }
+    void setNodeUnitKey(int key) { m_nodeUnitKey = key; }
+    double convertModelToDisplay(const double& value) const;
+    double convertDisplayToModel(const double& value) const;
+    double convertNodeUnit(double value) const;
+    QString printValue(double value) const;
+
+    // ---- colour and lookup ----
+    QColor color() const { return m_color; }
+    void setColor(const QColor& color) { m_color = color; }
+    // The next colour of a fixed cycle of distinct colours; reset restarts the cycle.
+    static QColor getDefaultColor(bool reset);
+    QString colorHexaString() const;
+    static QColor colorFromHexaString(QString text);
+    QColor color(const QModelIndex& index) const;
+    QColor color(const QString& valueText) const;
+    QColor cellColor(int row) const;
+    QColor minMaxMeanColor(const QModelIndex& index) const;
+    double colorMapStepSize() const { return m_colorMapStep; }
+    void setColorMapStepSize(double step) { m_colorMapStep = step; }
+    bool flipColorMap() const { return m_flipColorMap; }
+    void setFlipColorMap(bool flip) { m_flipColorMap = flip; }
+
+    bool isLookupTableEmpty() const { return m_lookup.isEmpty(); }
+    QMap<QString, QVariant> lookupTable() const { return m_lookup; }
+    void setLookupTable(const QMap<QString, QVariant>& table) { m_lookup = table; }
+    void addLookupValue(int key, const QVariant& value);
+    bool lookupTableContains(int key) const;
+    QVariant lookupTableValue(int key) const;
+
+    // Class id -> label and class id -> colour, for legends. Ids are the distinct values of a
+    // discrete column (lookup keys, integers, or the order of first appearance of a text).
+    void createSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& colors) const;
+    void createSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& colors, const std::vector<int>& rows) const;
+    // For continuous columns: one class per colour-map step between the minimum and maximum.
+    void createColorMapSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& colors) const;
+    void createColorMapSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& colors, const std::vector<int>& rows) const;
+    // Class id of one row under the maps built above, or -1.
+    int symbolID(int row) const;
+    int colorMapSymbolID(int row) const;
+
+    void getDataSetSelectionBoxItems(QList<QString>& names, QList<int>& ids, QList<QColor>& colors,
+                                     AttributeCollection collection, bool withHidden) const;
+
+    // ---- statistics ----
+    QString minName() const { return m_minName; }
+    QString maxName() const { return m_maxName; }
+    QString meanName() const { return m_meanName; }
+    void setMinName(const QString& name) { m_minName = name; }
+    void setMaxName(const QString& name) { m_maxName = name; }
+    void setMeanName(const QString& name) { m_meanName = name; }
+    void setMinMax(const int& column, const std::vector<int>& rows);
+    // Over this column (or, on a group, over all its numeric columns). Empty rows: all rows.
+    bool getMinMax(double& min, double& max, double& mean, const boost::dynamic_bitset<>& rows) const;
+    double standardDeviation() const;
+    int defaultFilterStepSize(int rows) const;
+    void resetDefaultFilterStepSize() { m_defaultFilterStep = -1; }
+    // Adds "Measured Depth" to every group below that has vertex columns and lacks one: the
+    // running 3D distance along the rows. Returns the number of columns created.
+    int createMeasuredDepth();
+
+    // ---- undo ----
+    // Takes ownership. Drops any actions that were undone and not redone. changesData is false
+    // for cosmetic actions (an attribute colour) so that a host need not recompute after them.
+    void appendUndoAction(MatrixDataRestore* action, bool changesData);
+    int sizeUndoActions() const { return static_cast<int>(m_undoActions.size()); }
+    MatrixDataRestore* undoAction(int i) const;
+    // The count of actions currently applied; undoLastAction/redoNextAction move it.
+    int undoPosition() const { return m_undoPosition; }
+    bool undoLastAction();
+    bool redoNextAction();
+    void clearUndoActions();
+
+    // ---- streams and text ----
+    void putDataOnStream(QDataStream& stream, bool withChildren) const;
+    void putDataOnStream(int row, QDataStream& stream, bool withChildren) const;
+    // False, with this node untouched, for anything not written by putDataOnStream.
+    bool getDataFromStream(QDataStream& stream);
+    static void setHTML_MimeData(QMimeData* data, const std::vector<MatrixData*>& columns, const std::vector<int>& rows);
+    // Writes the ticked columns under this node. rowMask: null for all rows, else one bool per
+    // row. withFieldData writes the stored values as they are; otherwise Double cells are
+    // written in display units. withUnitTags adds the unit tag to the column names; onlyTicked
+    // limits the output to ticked columns; withHeader writes the header row.
+    bool writeCSV(const QString& fileName, bool* rowMask, bool withFieldData, bool withUnitTags, bool allColumns,
+                  bool withHeader, QWidget* parent) const;
+
+    // Allocated rows of every cell column of a column node; the valid-row count is capped to it.
+    void setAllocatedRowCount(int rows);
+    // Memory held by the cells of this node (not its children).
+    std::size_t cellMemoryBytes() const;
+
+protected:
+    friend class MatrixDataRestore;
+    CellColumn* cells(int column) const;
+    void copySettingsFrom(const MatrixData& other);
+    void writeNode(QDataStream& stream, bool withChildren, int onlyRow) const;
+    bool readNode(QDataStream& stream, int depth);
+    int groupRowCount() const;
+    QList<MatrixData*> columnsForRows() const;
+
+    QString m_name;
+    QString m_interfaceName;
+    MatrixData* m_parent = nullptr;
+    QList<MatrixData*> m_children;
+    QVariant::Type m_cellType;
+    bool m_group = false;
+    bool m_growOnWrite = true;
+    std::vector<std::unique_ptr<CellColumn>> m_columns;
+    int m_validRows = 0;
+    int m_startRows = 0;
+
+    QColor m_color;
+    boost::shared_ptr<UnitManager> m_unitManager;
+    int m_nodeUnitKey = -1;
+    UnitRegistry* m_registry = nullptr;
+    bool m_selected = true;
+    bool m_computed = false;
+    bool m_editable = true;
+    bool m_renamable = true;
+    bool m_canBeBlank = true;
+    bool m_visibleToUser = true;
+    bool m_vertex = false;
+    bool m_checkStateActive = false;
+    bool m_checkStateExclusive = false;
+    QVariant m_default1;
+    double m_default2 = 0.0;
+    QVariant m_minValue;
+    QVariant m_maxValue;
+    QVariant m_meanValue;
+    QString m_minName;
+    QString m_maxName;
+    QString m_meanName;
+    bool m_hasRange = false;
+    double m_rangeMin = 0.0;
+    double m_rangeMax = 0.0;
+    QMap<QString, QVariant> m_lookup;
+    double m_colorMapStep = 0.0;
+    bool m_flipColorMap = false;
+    int m_defaultFilterStep = -1;
+    int m_nodeId = 0;
+    std::unique_ptr<AbstractMatrixDataID> m_matrixDataID;
+
+    // Text or colour of a discrete class -> class id, filled by createSymbolIDs.
+    mutable QHash<QString, int> m_symbolIndex;
+    mutable double m_classMin = 0.0;
+    mutable double m_classStep = 0.0;
+    mutable int m_classCount = 0;
+
+    std::vector<MatrixDataRestore*> m_undoActions;
+    int m_undoPosition = 0;
+};
+
+} // namespace rkBase
