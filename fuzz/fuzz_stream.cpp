@@ -11,6 +11,18 @@
 using rkBase::MatrixData;
 
 namespace {
+// The same hash the stream layout uses; wrapping raw bytes with it lets the fuzzer reach the
+// node reader instead of stopping at the checksum.
+quint64 fnv1a(const QByteArray& bytes)
+{
+    quint64 h = 1469598103934665603ULL;
+    for (char c : bytes) {
+        h ^= static_cast<unsigned char>(c);
+        h *= 1099511628211ULL;
+    }
+    return h;
+}
+
 QByteArray bytesOf(const MatrixData& node)
 {
     QByteArray bytes;
@@ -22,9 +34,20 @@ QByteArray bytesOf(const MatrixData& node)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
-    const QByteArray input = QByteArray::fromRawData(reinterpret_cast<const char*>(data), static_cast<int>(size));
-    // Both kinds of node: the first input byte picks one, so both code paths are reached.
-    const bool group = size > 0 && (data[0] & 1);
+    if (size == 0)
+        return 0;
+    // The first byte picks the kind of node read into, and whether the rest is taken as a whole
+    // stream or as a payload that gets a valid header and checksum.
+    const bool group = data[0] & 1;
+    const bool wrap = data[0] & 2;
+    const QByteArray rest = QByteArray::fromRawData(reinterpret_cast<const char*>(data + 1), static_cast<int>(size - 1));
+    QByteArray input;
+    if (wrap) {
+        QDataStream s(&input, QIODevice::WriteOnly);
+        s << quint32(0x524B4D44) << quint16(1) << quint8(data[0] >> 2 & 3) << rest << fnv1a(rest);
+    } else {
+        input = rest;
+    }
     MatrixData node(QStringLiteral("target"), group ? -1 : 3, group ? -1 : 1,
                     group ? QVariant::String : QVariant::Double, true);
     if (!group)
