@@ -104,6 +104,13 @@ void TestMatrixData::navigation()
     QCOMPARE(well->child(0), az);
     root.setSelected(false, true);
     QCOMPARE(root.numberOfSelectedItems(), 0);
+
+    // A node built with rows that is given children acts as their group.
+    MatrixData sheet(QStringLiteral("DataRoot"), 0, 1, QVariant::Double, true);
+    column(&sheet, QStringLiteral("v"), QVariant::Int, {1, 2, 3});
+    QVERIFY(sheet.isGroup());
+    QCOMPARE(sheet.leafs().size(), 1);
+    QCOMPARE(sheet.maxNumbOfSelectedRows(1, 0), 3);
 }
 
 void TestMatrixData::uniqueNames()

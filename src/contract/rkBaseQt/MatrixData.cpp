@@ -131,14 +131,14 @@ void MatrixData::initialize(int rows, int columns)
 
 int MatrixData::rowCount() const
 {
-    if (m_group)
+    if (isGroup())
         return groupRowCount();
     return m_columns.empty() ? 0 : m_columns.front()->size();
 }
 
 int MatrixData::columnCount() const
 {
-    return m_group ? numberOfSelectedItems() : static_cast<int>(m_columns.size());
+    return isGroup() ? numberOfSelectedItems() : static_cast<int>(m_columns.size());
 }
 
 int MatrixData::groupRowCount() const
@@ -327,7 +327,7 @@ void MatrixData::setSelected(bool selected, bool recursive)
 
 bool MatrixData::isOrientationColumn() const
 {
-    if (m_group || m_cellType != QVariant::Double)
+    if (isGroup() || m_cellType != QVariant::Double)
         return false;
     if (m_unitManager && m_unitManager->category() == UnitRegistry::CATEGORY_ORIENTATION)
         return true;
@@ -381,7 +381,7 @@ void MatrixData::setNodeEditable(bool editable)
 
 bool MatrixData::isValueEditable(int row, int column) const
 {
-    if (!m_editable || m_group || row < 0)
+    if (!m_editable || isGroup() || row < 0)
         return false;
     return column >= 0 && column < static_cast<int>(m_columns.size());
 }
@@ -505,7 +505,7 @@ bool MatrixData::isValueAllowed(const QVariant& value) const
 void MatrixData::setCheckStateActive(bool active)
 {
     m_checkStateActive = active;
-    if (m_group)
+    if (isGroup())
         return;
     if (active && m_columns.size() < 2)
         m_columns.push_back(std::make_unique<CellColumn>(QVariant::Bool, rowCount()));
@@ -514,7 +514,7 @@ void MatrixData::setCheckStateActive(bool active)
 void MatrixData::setDefaultValue1(const QVariant& value)
 {
     m_default1 = value;
-    if (m_group) {
+    if (isGroup()) {
         for (MatrixData* c : m_children)
             c->setDefaultValue1(value);
         return;
@@ -528,7 +528,7 @@ void MatrixData::setDefaultValue1(const QVariant& value)
 
 void MatrixData::insertValue(int row, const QVariant& value)
 {
-    if (m_group || m_columns.empty())
+    if (isGroup() || m_columns.empty())
         return;
     row = std::clamp(row, 0, rowCount());
     for (auto& c : m_columns)

@@ -4,7 +4,8 @@
 // through this class; none keeps a private copy.
 //
 // Rules this tree keeps where callers could otherwise guess:
-// - A group is a node built with rows -1 and columns -1; a column is built with a row count.
+// - A group is a node built with rows -1 and columns -1, or any node that holds children; a
+//   column is built with a row count.
 //   A column whose checkStateActive() is set has a second, Bool column (column 1) for ticks.
 // - A write at or past the allocated rows grows the column with blank cells; a write with a
 //   negative row, or a value that does not convert to the cell type, is refused (false).
@@ -153,7 +154,8 @@ public:
     const QList<MatrixData*>& children() const { return m_children; }
     int indexOfChild(const MatrixData* node) const { return m_children.indexOf(const_cast<MatrixData*>(node)); }
     MatrixData* root() const;
-    bool isGroup() const { return m_group; }
+    // Built as a group, or holding children: either way its rows are its columns' rows.
+    bool isGroup() const { return m_group || !m_children.isEmpty(); }
 
     void appendChild(MatrixData* node, bool isGroup);
     void insertChild(int position, MatrixData* node);

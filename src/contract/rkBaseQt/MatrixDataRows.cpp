@@ -34,7 +34,7 @@ QList<MatrixData*> MatrixData::columnsForRows() const
 
 int MatrixData::insertRowAtPos(int row)
 {
-    if (m_group) {
+    if (isGroup()) {
         int at = row;
         if (at < 0) {
             at = 0;
@@ -78,7 +78,7 @@ int MatrixData::insertRowsAtPos(const QList<int>& rows, bool before, bool /*mark
 
 void MatrixData::reInsertRowAtPos(const QList<int>& rows, bool recursive)
 {
-    if (m_group) {
+    if (isGroup()) {
         for (MatrixData* leaf : leafs())
             leaf->reInsertRowAtPos(rows, recursive);
         return;
@@ -110,7 +110,7 @@ void MatrixData::incrementRows(int count)
 {
     if (count <= 0)
         return;
-    if (m_group) {
+    if (isGroup()) {
         for (MatrixData* leaf : leafs())
             leaf->incrementRows(count);
         return;
@@ -126,7 +126,7 @@ void MatrixData::decrementRows(int count)
 {
     if (count <= 0)
         return;
-    if (m_group) {
+    if (isGroup()) {
         for (MatrixData* leaf : leafs())
             leaf->decrementRows(count);
         return;
@@ -141,7 +141,7 @@ void MatrixData::appendRows(int count)
 {
     if (count <= 0)
         return;
-    if (m_group) {
+    if (isGroup()) {
         for (MatrixData* leaf : leafs())
             leaf->appendRows(count);
         return;
@@ -152,7 +152,7 @@ void MatrixData::appendRows(int count)
 
 void MatrixData::appendOneRowForEachColumn()
 {
-    if (!m_group) {
+    if (!isGroup()) {
         incrementRows(1);
         return;
     }
@@ -168,7 +168,7 @@ void MatrixData::appendColumns(int count)
 {
     if (count <= 0)
         return;
-    if (m_group) {
+    if (isGroup()) {
         const int rows = groupRowCount();
         for (int i = 0; i < count; ++i) {
             QString name = QStringLiteral("Column");
@@ -192,7 +192,7 @@ bool MatrixData::removeRowFromEachColumn(int row)
 
 void MatrixData::removeRowsFromEachColumn()
 {
-    if (m_group) {
+    if (isGroup()) {
         for (MatrixData* leaf : leafs())
             leaf->removeRowsFromEachColumn();
         return;
@@ -204,7 +204,7 @@ void MatrixData::removeRowsFromEachColumn()
 
 bool MatrixData::removeRowsFromEachColumn(const QList<int>& rows, bool recursive)
 {
-    if (m_group) {
+    if (isGroup()) {
         bool any = false;
         for (MatrixData* leaf : leafs())
             any = leaf->removeRowsFromEachColumn(rows, recursive) || any;
@@ -221,7 +221,7 @@ bool MatrixData::removeRowsFromEachColumn(const QList<int>& rows, bool recursive
 
 void MatrixData::removeRowIndices(int row)
 {
-    if (m_group || row < 0 || row >= rowCount())
+    if (isGroup() || row < 0 || row >= rowCount())
         return;
     for (auto& c : m_columns)
         c->erase(row);
@@ -232,7 +232,7 @@ void MatrixData::removeRowIndices(int row)
 void MatrixData::unRemoveRowFromEachColumn(int row, const QList<QVariant>& values)
 {
     // One value per column: the single-row form carries column 0 only.
-    const QList<MatrixData*> columns = m_group ? leafs() : QList<MatrixData*>{this};
+    const QList<MatrixData*> columns = isGroup() ? leafs() : QList<MatrixData*>{this};
     for (int i = 0; i < columns.size(); ++i) {
         MatrixData* leaf = columns[i];
         leaf->reInsertRowAtPos(QList<int>{row}, false);
@@ -246,7 +246,7 @@ void MatrixData::unRemoveRowsFromEachColumn(const QList<int>& rows, const QList<
     QList<int> sorted = rows;
     std::sort(sorted.begin(), sorted.end());
     sorted.erase(std::unique(sorted.begin(), sorted.end()), sorted.end());
-    const QList<MatrixData*> columns = m_group ? leafs() : QList<MatrixData*>{this};
+    const QList<MatrixData*> columns = isGroup() ? leafs() : QList<MatrixData*>{this};
     int v = 0;
     for (MatrixData* leaf : columns) {
         leaf->reInsertRowAtPos(sorted, recursive);
@@ -269,7 +269,7 @@ void MatrixData::reRemoveRowsFromEachColumn(const QList<int>& rows, bool recursi
 
 void MatrixData::setValidValueRowCount(int count)
 {
-    if (m_group) {
+    if (isGroup()) {
         for (MatrixData* leaf : leafs())
             leaf->setValidValueRowCount(count);
         return;
@@ -282,7 +282,7 @@ void MatrixData::setValidValueRowCount(int count)
 
 void MatrixData::checkValidRowCount()
 {
-    if (!m_group) {
+    if (!isGroup()) {
         int last = 0;
         for (auto& c : m_columns)
             last = std::max(last, c->lastValidRowPlusOne());
@@ -302,7 +302,7 @@ void MatrixData::checkValidRowCount()
 
 void MatrixData::setAllocatedRowCount(int rows)
 {
-    if (m_group)
+    if (isGroup())
         return;
     rows = std::max(rows, 0);
     for (auto& c : m_columns)
@@ -317,7 +317,7 @@ void MatrixData::setStartRowCount(int row)
 
 void MatrixData::resetRowCount(bool onlyGrow)
 {
-    if (m_group) {
+    if (isGroup()) {
         for (MatrixData* leaf : leafs())
             leaf->resetRowCount(onlyGrow);
         return;

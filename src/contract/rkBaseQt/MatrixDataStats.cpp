@@ -135,7 +135,7 @@ bool MatrixData::getMinMaxForColumn(const int& column, double& min, double& max,
 bool MatrixData::getMinMax(double& min, double& max, double& mean, const boost::dynamic_bitset<>& rows) const
 {
     Summary s;
-    const QList<MatrixData*> columns = m_group ? leafs() : QList<MatrixData*>{const_cast<MatrixData*>(this)};
+    const QList<MatrixData*> columns = isGroup() ? leafs() : QList<MatrixData*>{const_cast<MatrixData*>(this)};
     for (const MatrixData* node : columns) {
         for (int col = 0; col < static_cast<int>(node->m_columns.size()); ++col) {
             const CellColumn* c = node->cells(col);
@@ -342,7 +342,7 @@ void MatrixData::getDataSetSelectionBoxItems(QList<QString>& names, QList<int>& 
 int MatrixData::createMeasuredDepth()
 {
     int created = 0;
-    if (!m_group)
+    if (!isGroup())
         return 0;
     QList<MatrixData*> vertex;
     bool hasDepth = false;

@@ -277,7 +277,7 @@ bool MatrixData::readNode(QDataStream& s, int depth)
 
     qint32 childCount = 0;
     s >> childCount;
-    if (s.status() != QDataStream::Ok || childCount < 0 || (!m_group && childCount != 0))
+    if (s.status() != QDataStream::Ok || childCount < 0)
         return false;
     for (qint32 i = 0; i < childCount; ++i) {
         auto child = std::make_unique<MatrixData>(QString(), -1, -1, QVariant::String, true);
@@ -314,7 +314,7 @@ bool MatrixData::getDataFromStream(QDataStream& stream)
     if (!scratch.readNode(p, 0) || !p.atEnd())
         return false;
     // A column never turns into a group or back: that would orphan cells or children.
-    if (scratch.m_group != m_group)
+    if (scratch.isGroup() != isGroup())
         return false;
     scratch.m_parent = nullptr;
 
