@@ -381,9 +381,8 @@ void MatrixData::setNodeEditable(bool editable)
 
 bool MatrixData::isValueEditable(int row, int column) const
 {
-    if (!m_editable || isGroup() || row < 0)
-        return false;
-    return column >= 0 && column < static_cast<int>(m_columns.size());
+    // The column argument is the caller's view column; a node's rights do not depend on it.
+    return m_editable && !isGroup() && row >= 0 && column >= 0;
 }
 
 bool MatrixData::isValueValid(int row, int column) const

@@ -1,0 +1,616 @@
+#include "QVertexItemModel.h"
+
+#include <DisplayUnitManager.h>
+#include <MatrixData.h>
+#include <MatrixDataRestore.h>
+#include <UnitManager.h>
+#include <UnitRegistry.h>
+
+#include <QColor>
+#include <QSettings>
+#include <QSortFilterProxyModel>
+
+#include <algorithm>
+#include <memory>
+
+namespace rkBase {
+
+QVertexItemModel::QVertexItemModel(QObject* parent, MatrixData* root, int filterStepSize, bool withFieldData,
+                                   DisplayUnitManager* displayUnitManager)
+    : QAbstractItemModel(parent), m_withFieldData(withFieldData), m_dataRoot(root), m_filterStepSize(filterStepSize),
+      m_displayUnitManager(displayUnitManager)
+{
+    if (!m_displayUnitManager && root) {
+        if (root->unitManager())
+            m_displayUnitManager = root->unitManager()->displayUnitManager();
+        else if (root->registry())
+            m_displayUnitManager = root->registry()->displayUnitManager();
+    }
+    connectUnits();
+    resetFirstRowInternalPointer(std::vector<int>());
+}
+
+void QVertexItemModel::connectUnits()
+{
+    if (m_displayUnitManager)
+        connect(m_displayUnitManager, SIGNAL(displayChanged(QString)), this, SLOT(onUnitManagerUpdated(QString)),
+                Qt::UniqueConnection);
+    if (m_dataRoot && m_dataRoot->registry())
+        connect(m_dataRoot->registry(), SIGNAL(property_changed(std::string, int)), this,
+                SLOT(onUnitRegistryUpdated(std::string, int)), Qt::UniqueConnection);
+}
+
+void QVertexItemModel::setDataRoot(MatrixData* root)
+{
+    beginResetModel();
+    m_dataRoot = root;
+    connectUnits();
+    resetFirstRowInternalPointer(m_selectedRows);
+    endResetModel();
+}
+
+void QVertexItemModel::resetFirstRowInternalPointer(const std::vector<int>& rows)
+{
+    if (!m_dataRoot)
+        return;
+    m_columns.clear();
+    m_columnNames.clear();
+    m_unitCategories.clear();
+    m_columns.reserve(static_cast<std::size_t>(m_columnCount));
+    m_rowCount = m_dataRoot->maxNumbOfSelectedRows(m_filterStepSize, static_cast<int>(rows.size()));
+    m_columnCount = m_dataRoot->numberOfSelectedItems();
+    for (int c = 0; c < m_columnCount; ++c) {
+        MatrixData* node = m_dataRoot->getNode(c);
+        m_columns.push_back(node);
+        if (node) {
+            if (node->unitManager())
+                m_unitCategories.push_back(node->unitManager()->category());
+            m_columnNames.push_back(node->name());
+        }
+    }
+    m_selectedRows = rows;
+}
+
+void QVertexItemModel::updateModel(int filterStepSize, const std::vector<int>& rows)
+{
+    m_filterStepSize = filterStepSize;
+    resetFirstRowInternalPointer(rows);
+    beginResetModel();
+    endResetModel();
+}
+
+int QVertexItemModel::rowCount(const QModelIndex&) const
+{
+    return m_rowCount;
+}
+
+int QVertexItemModel::columnCount(const QModelIndex&) const
+{
+    return m_columnCount;
+}
+
+QModelIndex QVertexItemModel::index(int row, int column, const QModelIndex&) const
+{
+    if (!m_dataRoot || row < 0 || column < 0)
+        return QModelIndex();
+    return createIndex(row, column, getNode(column));
+}
+
+QModelIndex QVertexItemModel::parent(const QModelIndex&) const
+{
+    return QModelIndex();
+}
+
+int QVertexItemModel::row(const QModelIndex& index) const
+{
+    const int r = index.row();
+    const int n = m_filterStepSize;
+    if (m_selectedRows.empty()) {
+        if (n == -1 || n == 1)
+            return r;
+        return r == 0 ? 0 : r * n - 1;
+    }
+    const std::size_t size = m_selectedRows.size();
+    const std::size_t at = static_cast<std::size_t>(r) * static_cast<std::size_t>(n == -1 || n == 1 ? 1 : n);
+    return at < size ? m_selectedRows[at] : m_selectedRows.back();
+}
+
+MatrixData* QVertexItemModel::nodeFromIndex(const QModelIndex& index) const
+{
+    if (!index.isValid())
+        return m_dataRoot;
+    return static_cast<MatrixData*>(index.internalPointer());
+}
+
+MatrixData* QVertexItemModel::nodeFromProxyIndex(const QModelIndex& index) const
+{
+    if (const auto* proxy = qobject_cast<const QSortFilterProxyModel*>(index.model())) {
+        const QModelIndex source = proxy->mapToSource(index);
+        if (const auto* model = qobject_cast<const QVertexItemModel*>(source.model()))
+            return model->nodeFromIndex(source);
+        return nodeFromIndex(source);
+    }
+    return nodeFromIndex(index);
+}
+
+MatrixData* QVertexItemModel::getNode(int column) const
+{
+    return column >= 0 && column < static_cast<int>(m_columns.size()) ? m_columns[static_cast<std::size_t>(column)] : nullptr;
+}
+
+int QVertexItemModel::getColumn(MatrixData* node) const
+{
+    const auto it = std::find(m_columns.begin(), m_columns.end(), node);
+    return it == m_columns.end() ? -1 : static_cast<int>(it - m_columns.begin());
+}
+
+void QVertexItemModel::changeColumnHeaderName(MatrixData* node)
+{
+    const int c = getColumn(node);
+    if (c >= 0)
+        emit headerDataChanged(Qt::Horizontal, c, c);
+}
+
+void QVertexItemModel::extendRows()
+{
+    if (m_dataRoot)
+        m_dataRoot->appendOneRowForEachColumn();
+}
+
+void QVertexItemModel::showUnitTagInCells(bool on)
+{
+    m_showUnitTagInCells = on;
+}
+
+void QVertexItemModel::setModified(bool modified)
+{
+    m_modified = modified;
+    emit dataModified(modified);
+}
+
+// ---------------------------------------------------------------------------------------------
+
+QString QVertexItemModel::convertInStringValue(MatrixData* node, const QVariant& value, int role) const
+{
+    if (!node)
+        return QString();
+    switch (node->cellType()) {
+    case QVariant::Double: {
+        const double stored = value.toDouble();
+        // A column with a unit of its own shows what it stores.
+        const double display = node->nodeUnitKey() == -1 ? node->convertModelToDisplay(stored) : stored;
+        if (role != Qt::EditRole) {
+            QString text = QString::number(display, 'f', node->unitPrecision());
+            if (m_showUnitTagInCells && !node->displayUnitTag().isEmpty())
+                text += QLatin1Char(' ') + node->displayUnitTag();
+            return text;
+        }
+        UnitRegistry* registry = node->registry();
+        if (registry && registry->find_property(node->name().toStdString()) != registry->properties_end())
+            return registry->printNumber(display, node->name());
+        if (node->unitManager()) {
+            QString text;
+            node->unitManager()->printNumber(text, stored);
+            return node->nodeUnitKey() == -1 ? text : QString::number(display, 'f', node->unitPrecision());
+        }
+        return QString();
+    }
+    case QVariant::Int: {
+        bool ok = false;
+        const int i = value.toInt(&ok);
+        return ok ? QString::number(i) : QString();
+    }
+    case QVariant::String:
+        return value.canConvert<QString>() ? value.toString() : QString();
+    case QVariant::KeySequence: {
+        bool ok = false;
+        const int key = value.toInt(&ok);
+        if (ok && value.type() != QVariant::String && node->lookupTableContains(key))
+            return node->lookupTableValue(key).toString();
+        return value.toString();
+    }
+    case QVariant::Icon:
+        return QString();
+    default:
+        return value.canConvert<QString>() ? value.toString() : QString();
+    }
+}
+
+QVariant QVertexItemModel::data(const QModelIndex& index, int role) const
+{
+    if (!index.isValid())
+        return QVariant();
+    MatrixData* node = nodeFromIndex(index);
+    if (!node || role > Qt::UserRole)
+        return QVariant();
+    const int r = row(index);
+    const QVariant::Type type = node->cellType();
+    switch (role) {
+    case Qt::UserRole: {
+        if (type == QVariant::Icon)
+            return QVariant();
+        const QVariant v = node->value(r, 0);
+        if (!v.isValid())
+            return QVariant();
+        if (type == QVariant::Bool)
+            return v.toBool() ? QVariant(QStringLiteral("true")) : QVariant();
+        if (convertInStringValue(node, v, Qt::UserRole).isEmpty())
+            return QVariant();
+        switch (type) {
+        case QVariant::Double: return v.toDouble();
+        case QVariant::Int: return v.toInt();
+        case QVariant::Color: return v.value<QColor>().name();
+        case QVariant::String:
+        case QVariant::KeySequence: return v.toString();
+        default: return v;
+        }
+    }
+    case Qt::DisplayRole: {
+        if (type == QVariant::Color || type == QVariant::Bool || type == QVariant::Icon)
+            return QVariant();
+        const QVariant v = node->value(r, 0);
+        if (!v.isValid())
+            return QVariant();
+        const QString text = convertInStringValue(node, v, Qt::DisplayRole);
+        return text.isEmpty() ? QVariant() : QVariant(text);
+    }
+    case Qt::DecorationRole: {
+        if (type != QVariant::Icon)
+            return QVariant();
+        const QVariant v = node->value(r, 0);
+        if (!node->isLookupTableEmpty())
+            return v.isValid() ? node->lookupTableValue(v.toInt()) : QVariant();
+        return v;
+    }
+    case Qt::EditRole: {
+        if (type == QVariant::Color || type == QVariant::Bool)
+            return QVariant();
+        const QVariant v = node->value(r, 0);
+        if (!v.isValid())
+            return QVariant();
+        const QString text = convertInStringValue(node, v, Qt::EditRole);
+        return text.isEmpty() ? QVariant() : QVariant(text);
+    }
+    case Qt::TextAlignmentRole:
+        return 130; // Qt::AlignRight | Qt::AlignVCenter
+    case Qt::BackgroundRole: {
+        if (type == QVariant::Color)
+            return node->cellColor(r);
+        const bool editable = node->isValueEditable(r, 0);
+        if (node->isNodeComputed() && editable)
+            return QColor(190, 220, 250);
+        if (!editable)
+            return QColor(240, 240, 240);
+        return QColor(255, 255, 255);
+    }
+    case Qt::ForegroundRole:
+        return node->isValueValid(r, 0) ? QColor(0, 0, 0) : QColor(230, 0, 0, 255);
+    case Qt::CheckStateRole:
+        if (type == QVariant::Bool)
+            return node->value(r, 0).toBool() ? 2 : 0;
+        if (node->checkStateActive())
+            return node->value(r, 1).toBool() ? 2 : 0;
+        return QVariant();
+    default:
+        return QVariant();
+    }
+}
+
+Qt::ItemFlags QVertexItemModel::flags(const QModelIndex& index) const
+{
+    Qt::ItemFlags f = QAbstractItemModel::flags(index);
+    MatrixData* node = index.isValid() ? nodeFromIndex(index) : nullptr;
+    const bool editable = node ? node->isValueEditable(row(index), index.column()) : true;
+    if (!editable) {
+        f |= Qt::ItemIsSelectable;
+    } else if (node && node->cellType() == QVariant::Bool) {
+        f |= Qt::ItemIsUserCheckable;
+    } else {
+        f |= Qt::ItemIsEditable;
+    }
+    if (node && node->checkStateActive())
+        f |= Qt::ItemIsUserCheckable;
+    if (index.isValid())
+        f |= Qt::ItemIsDragEnabled | Qt::ItemIsDropEnabled;
+    else
+        f |= Qt::ItemIsDropEnabled;
+    return f;
+}
+
+QVariant QVertexItemModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (role == Qt::ToolTipRole && orientation == Qt::Horizontal) {
+        MatrixData* node = getNode(section);
+        return node ? QVariant(node->interfaceName()) : QVariant();
+    }
+    if (role != Qt::DisplayRole)
+        return QVariant();
+    if (orientation == Qt::Vertical) {
+        const int n = m_filterStepSize;
+        if (n == -1)
+            return QString::number(section + 1);
+        if (m_selectedRows.empty())
+            return section == 0 ? QStringLiteral("1") : QString::number(section * n);
+        const std::size_t size = m_selectedRows.size();
+        const std::size_t at = static_cast<std::size_t>(section) * static_cast<std::size_t>(std::max(n, 1));
+        if (at < size)
+            return QString::number(m_selectedRows[at] + 1);
+        // Past the end of the list: one step on from the entry before.
+        const std::size_t before = section > 0 ? std::min(size - 1, static_cast<std::size_t>(section - 1) * std::max(n, 1)) : 0;
+        return QString::number(m_selectedRows[before] + n + 1);
+    }
+    MatrixData* node = getNode(section);
+    if (!node)
+        return QVariant();
+    QString text;
+    if (!m_showUnitTagInCells)
+        text = QString::number(section + 1) + QLatin1String(": ");
+    const QString name = node->name();
+    if (name == QLatin1String("Dip Data Map Style") || name == QLatin1String("Dip Data Section Style")
+        || name == QLatin1String("Dip Data 3D Style"))
+        text += node->interfaceName();
+    else
+        text += name;
+    return text;
+}
+
+void QVertexItemModel::pushUndo(MatrixData* node, const QString& text, int row, const QVariant& old)
+{
+    if (!m_withUndoRedo || !m_dataRoot)
+        return;
+    auto* restore = new MatrixDataRestore(node, text, false);
+    restore->dataStore(row, old);
+    m_dataRoot->appendUndoAction(restore, true);
+}
+
+bool QVertexItemModel::setData(const QModelIndex& index, const QVariant& value, int role)
+{
+    if (!index.isValid())
+        return false;
+    MatrixData* node = nodeFromIndex(index);
+    if (!node || (role != Qt::EditRole && role != Qt::CheckStateRole))
+        return false;
+    const int r = row(index);
+    const bool editable = node->isValueEditable(r, index.column());
+    if (!editable && !(role == Qt::CheckStateRole && node->name() == QLatin1String("Name")))
+        return false;
+    const QString R = QString::number(index.row() + 1);
+    const QString N = node->name();
+    const QVariant::Type type = node->cellType();
+    const QVariant old = node->value(r, 0);
+
+    if (role == Qt::EditRole) {
+        const bool empty = !value.isValid() || value.toString().isEmpty();
+        if (!node->nodeCanBeBlank() && empty)
+            return false;
+        if (!node->isValueAllowed(value))
+            return false;
+        if (empty) {
+            const QString oldText = old.isValid() ? convertInStringValue(node, old, Qt::DisplayRole) : QString();
+            if (oldText.isEmpty())
+                return false;
+            pushUndo(node, QStringLiteral("Clear Cell: value=") + oldText + QStringLiteral(", row=") + R
+                               + QStringLiteral(", column=") + N,
+                     r, old);
+            node->setValue(r, 0, QVariant());
+            emit dataChanged(index, index);
+            setModified(true);
+            return true;
+        }
+        // No change: the same value, or for coded cells the text of the code already stored.
+        bool codeOk = false;
+        const int code = old.toInt(&codeOk);
+        if (old.isValid() && codeOk && old.type() != QVariant::String && node->lookupTableContains(code)) {
+            if (value.toString() == node->lookupTableValue(code).toString() || value == old)
+                return false;
+        } else if (old.isValid() && value == old) {
+            return false;
+        }
+        if (type == QVariant::Color) {
+            pushUndo(node, QStringLiteral("Edit Color Cell: row=") + R + QStringLiteral(", column=") + N, r, old);
+            node->setValue(r, 0, value);
+            emit dataChanged(index, index);
+            setModified(true);
+            return true;
+        }
+        if (type == QVariant::Double || type == QVariant::Int) {
+            bool ok = false;
+            value.toDouble(&ok);
+            // Two letters are a typing mistake; a single one reads as zero, as it always has.
+            if (!ok && value.type() == QVariant::String && value.toString().size() >= 2)
+                return false;
+        }
+        if (type == QVariant::Double && old.isValid()) {
+            const int precision = node->unitPrecision();
+            const double oldShown = node->nodeUnitKey() == -1 ? node->convertModelToDisplay(old.toDouble()) : old.toDouble();
+            if (QStringLiteral("%1").arg(oldShown, 0, 'f', precision)
+                == QStringLiteral("%1").arg(value.toDouble(), 0, 'f', precision))
+                return false;
+        }
+        if (m_withUndoRedo) {
+            const bool coded = type == QVariant::Icon || type == QVariant::KeySequence;
+            const QVariant oldStored = coded ? node->rawValue(r)
+                                             : QVariant(old.isValid() ? convertInStringValue(node, old, Qt::DisplayRole) : QString());
+            pushUndo(node, QStringLiteral("Edit Cell: value=") + oldStored.toString() + QStringLiteral(", row=") + R
+                               + QStringLiteral(", column=") + N,
+                     r, oldStored);
+        }
+        QVariant stored = value;
+        if (type == QVariant::Double && !m_withFieldData)
+            stored = node->convertDisplayToModel(value.toDouble());
+        node->setValue(r, 0, stored);
+        node->setMinMax(0, std::vector<int>());
+        if (m_withMinMaxValues) {
+            for (int mm = 0; mm < 3; ++mm)
+                emit dataChanged(this->index(mm, index.column()), this->index(mm, index.column()));
+        }
+        emit dataChanged(index, index);
+        setModified(true);
+        return true;
+    }
+
+    // Qt::CheckStateRole
+    if (type != QVariant::Bool && !node->checkStateActive())
+        return false;
+    const bool checked = value.toInt() == Qt::Checked;
+    if (node->checkStateActive()) {
+        pushUndo(node, QStringLiteral("Check State Changed: row=") + R + QStringLiteral(", column=") + N, r, node->value(r, 1));
+        node->setValue(r, 1, checked);
+    } else {
+        if (node->checkStateRoleExclusive()) {
+            if (old.toBool())
+                return false;
+            pushUndo(node, QStringLiteral("Check State Changed: row=") + R + QStringLiteral(", column=") + N, r, old);
+            node->setDefaultValue1(QVariant(false));
+            emit dataChanged(this->index(0, index.column()), this->index(std::max(0, m_rowCount - 1), index.column()));
+        } else {
+            pushUndo(node, QStringLiteral("Check State Changed: row=") + R + QStringLiteral(", column=") + N, r, old);
+        }
+        node->setValue(r, 0, checked);
+    }
+    emit dataChanged(index, index);
+    setModified(true);
+    return true;
+}
+
+// ---------------------------------------------------------------------------------------------
+
+void QVertexItemModel::onUnitManagerUpdated(const QString& category)
+{
+    const std::string c = category.toStdString();
+    if (category.isEmpty() || std::find(m_unitCategories.begin(), m_unitCategories.end(), c) != m_unitCategories.end()) {
+        beginResetModel();
+        endResetModel();
+    }
+}
+
+void QVertexItemModel::onUnitRegistryUpdated(const std::string& property, int)
+{
+    const QString name = QString::fromStdString(property);
+    if (std::find(m_columnNames.begin(), m_columnNames.end(), name) != m_columnNames.end() || !name.isEmpty()) {
+        beginResetModel();
+        endResetModel();
+    }
+}
+
+void QVertexItemModel::convertNodeUnit(const QModelIndex& columnIndex)
+{
+    MatrixData* node = getNode(columnIndex.column());
+    if (!node || node->cellType() != QVariant::Double)
+        return;
+    for (int r = 0; r < node->validValueRowCount(); ++r) {
+        if (!node->isValueValid(r, 0))
+            continue;
+        node->setValue(r, node->convertNodeUnit(node->toDouble(r, 0)));
+        if (r < m_rowCount) {
+            const QModelIndex cell = index(r, columnIndex.column());
+            emit dataChanged(cell, cell);
+        }
+    }
+    // The stored values are now in model units, so the column follows the display unit again.
+    node->setNodeUnitKey(-1);
+    node->setMinMax(0, std::vector<int>());
+}
+
+void QVertexItemModel::getMinMaxRange(double& min, double& max)
+{
+    min = 1e+27;
+    max = -1e+27;
+    for (MatrixData* node : m_columns) {
+        if (!node)
+            continue;
+        node->setMinMax(0, m_selectedRows);
+        const QVariant mn = node->minValue(), mx = node->maxValue();
+        if (mn.isValid() && mn.toDouble() != 99999.0)
+            min = std::min(min, mn.toDouble());
+        if (mx.isValid() && mx.toDouble() != 99999.0)
+            max = std::max(max, mx.toDouble());
+    }
+}
+
+void QVertexItemModel::getStackedMinMaxRange(double& min, double& max)
+{
+    min = 0.0;
+    max = 0.0;
+    double negative = 0.0;
+    for (MatrixData* node : m_columns) {
+        if (!node || !node->isSelected())
+            continue;
+        node->setMinMax(0, m_selectedRows);
+        const QVariant mn = node->minValue(), mx = node->maxValue();
+        if (mn.isValid() && mn.toDouble() != 99999.0) {
+            if (mn.toDouble() <= 0.0)
+                negative += mn.toDouble();
+            else
+                min += mn.toDouble();
+        }
+        if (mx.isValid() && mx.toDouble() > 0.0 && mx.toDouble() != 99999.0)
+            max += mx.toDouble();
+    }
+    if (negative != 0.0)
+        min = negative;
+}
+
+void QVertexItemModel::writeSettings(const QString& group, QSettings* settings) const
+{
+    if (!settings)
+        return;
+    settings->remove(group);
+    settings->beginGroup(group);
+    settings->beginWriteArray(QStringLiteral("table"));
+    int i = 0;
+    for (MatrixData* node : m_columns) {
+        if (!node)
+            continue;
+        settings->setArrayIndex(i++);
+        settings->setValue(QStringLiteral("row"), node->name());
+        settings->setValue(QStringLiteral("cell_type"), int(node->cellType()));
+        settings->setValue(QStringLiteral("check_state_role"), node->checkStateRoleExclusive());
+        settings->beginWriteArray(node->name());
+        for (int r = 0; r < node->validValueRowCount(); ++r) {
+            settings->setArrayIndex(r);
+            settings->setValue(QStringLiteral("row"), node->value(r, 0));
+        }
+        settings->endArray();
+    }
+    settings->endArray();
+    settings->endGroup();
+}
+
+MatrixData* QVertexItemModel::readSettings(const QString& group, QSettings* settings)
+{
+    if (!settings)
+        return nullptr;
+    settings->beginGroup(group);
+    const int columns = settings->beginReadArray(QStringLiteral("table"));
+    if (columns <= 0) {
+        settings->endArray();
+        settings->endGroup();
+        return nullptr;
+    }
+    auto root = std::make_unique<MatrixData>(QStringLiteral("Data Root"), -1, -1, QVariant::String, true);
+    auto* sheet = new MatrixData(QStringLiteral("DataRoot"), 0, 1, QVariant::Double, true);
+    root->appendChild(sheet, true);
+    for (int c = 0; c < columns; ++c) {
+        settings->setArrayIndex(c);
+        const QString name = settings->value(QStringLiteral("row")).toString();
+        auto type = static_cast<QVariant::Type>(settings->value(QStringLiteral("cell_type"), int(QVariant::Double)).toInt());
+        if (MatrixData::systemTypeName(type).isEmpty())
+            type = QVariant::String; // a type this sheet cannot hold: keep the text
+        const bool exclusive = settings->value(QStringLiteral("check_state_role"), false).toBool();
+        const int cells = settings->beginReadArray(name);
+        auto* column = new MatrixData(name, std::max(cells, 0), 1, type, true);
+        column->setCheckStateRoleExclusive(exclusive);
+        for (int r = 0; r < cells; ++r) {
+            settings->setArrayIndex(r);
+            column->setValue(r, 0, settings->value(QStringLiteral("row")));
+        }
+        settings->endArray();
+        sheet->appendChild(column, false);
+    }
+    settings->endArray();
+    settings->endGroup();
+    return root.release();
+}
+
+} // namespace rkBase

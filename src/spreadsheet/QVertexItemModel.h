@@ -1,0 +1,103 @@
+#pragma once
+// The spreadsheet's model: one column per ticked attribute of the data tree, one row per
+// record. It owns no cell: reads and writes go to MatrixData, converted between stored model
+// units and the units the user sees, and every edit leaves an undo record on the root.
+
+#include <QAbstractItemModel>
+#include <QString>
+
+#include <string>
+#include <vector>
+
+class QSettings;
+
+namespace rkBase {
+
+class DisplayUnitManager;
+class MatrixData;
+
+class QVertexItemModel : public QAbstractItemModel
+{
+    Q_OBJECT
+public:
+    QVertexItemModel(QObject* parent, MatrixData* root, int filterStepSize, bool withFieldData,
+                     DisplayUnitManager* displayUnitManager);
+
+    void setDataRoot(MatrixData* root);
+    MatrixData* dataRoot() const { return m_dataRoot; }
+
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    QModelIndex index(int row, int column, const QModelIndex& parent = QModelIndex()) const override;
+    QModelIndex parent(const QModelIndex& child) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
+    bool setData(const QModelIndex& index, const QVariant& value, int role = Qt::EditRole) override;
+
+    // The stored row that a model row shows.
+    virtual int row(const QModelIndex& index) const;
+
+    MatrixData* nodeFromIndex(const QModelIndex& index) const;
+    MatrixData* nodeFromProxyIndex(const QModelIndex& index) const;
+    MatrixData* getNode(int column) const;
+    int getColumn(MatrixData* node) const;
+    void extendRows();
+    void convertNodeUnit(const QModelIndex& column);
+    void getMinMaxRange(double& min, double& max);
+    void getStackedMinMaxRange(double& min, double& max);
+    QString convertInStringValue(MatrixData* node, const QVariant& value, int role) const;
+
+    void enableUndoRedo(bool on) { m_withUndoRedo = on; }
+    bool withUndoRedo() const { return m_withUndoRedo; }
+    void setRowsCanBeExtended(bool on) { m_rowsCanBeExtended = on; }
+    bool rowsCanBeExtended() const { return m_rowsCanBeExtended; }
+    void setWithMinMaxValues(bool on) { m_withMinMaxValues = on; }
+    bool withMinMaxValues() const { return m_withMinMaxValues; }
+    void showUnitTagInCells(bool on);
+    bool unitTagsShownInCells() const { return m_showUnitTagInCells; }
+    void setFilterStepSize(int step) { m_filterStepSize = step; }
+    int filterStepSize() const { return m_filterStepSize; }
+    bool withFieldData() const { return m_withFieldData; }
+    bool modified() const { return m_modified; }
+    void setModified(bool modified);
+    const std::vector<int>& selectedRows() const { return m_selectedRows; }
+
+    void writeSettings(const QString& group, QSettings* settings) const;
+    // A new tree from what writeSettings stored, or null when nothing was stored.
+    static MatrixData* readSettings(const QString& group, QSettings* settings);
+
+public slots:
+    void updateModel(int filterStepSize, const std::vector<int>& rows);
+    void changeColumnHeaderName(MatrixData* node);
+    void onUnitManagerUpdated(const QString& category);
+    void onUnitRegistryUpdated(const std::string& property, int id);
+
+signals:
+    void dataModified(bool modified);
+    void dropColumnData(int startRow, int numberOfRows, int startColumn, int numberOfColumns);
+
+protected:
+    void resetFirstRowInternalPointer(const std::vector<int>& rows);
+    void pushUndo(MatrixData* node, const QString& text, int row, const QVariant& old);
+    void connectUnits();
+
+    bool m_withFieldData;
+    MatrixData* m_dataRoot;
+    bool m_modified = false;
+    std::vector<MatrixData*> m_columns;
+    int m_rowCount = 0;
+    int m_columnCount = 0;
+    std::vector<int> m_selectedRows;
+    int m_filterStepSize;
+    bool m_withUndoRedo = false;
+    bool m_rowsCanBeExtended = false;
+    bool m_withMinMaxValues = true;
+    bool m_showUnitTagInCells = false;
+    QModelIndex m_dragStartIndex;
+    std::vector<std::string> m_unitCategories;
+    std::vector<QString> m_columnNames;
+    DisplayUnitManager* m_displayUnitManager;
+};
+
+} // namespace rkBase
