@@ -1,5 +1,6 @@
 // Binary node streams, the HTML clipboard table and CSV export, including hostile input.
 #include <MatrixData.h>
+#include <TreeBytes.h>
 
 #include <QtTest>
 
@@ -11,14 +12,6 @@
 using namespace rkBase;
 
 namespace {
-QByteArray bytesOf(const MatrixData& node, bool withChildren = true)
-{
-    QByteArray bytes;
-    QDataStream out(&bytes, QIODevice::WriteOnly);
-    node.putDataOnStream(out, withChildren);
-    return bytes;
-}
-
 // A sheet with every cell type, blanks, non-finite numbers, a lookup table and odd text.
 std::unique_ptr<MatrixData> sampleTree()
 {
@@ -69,12 +62,12 @@ private slots:
 void TestStream::roundTrip()
 {
     auto tree = sampleTree();
-    const QByteArray bytes = bytesOf(*tree);
+    const QByteArray bytes = treeBytes(*tree);
     MatrixData copy(QStringLiteral("other"), -1, -1, QVariant::String, true);
     copy.appendChild(new MatrixData(QStringLiteral("old"), 1, 1, QVariant::Double, true), true);
     QDataStream in(bytes);
     QVERIFY(copy.getDataFromStream(in));
-    QCOMPARE(bytesOf(copy), bytes);
+    QCOMPARE(treeBytes(copy), bytes);
     QVERIFY(!copy.getNodeFromName(QStringLiteral("old")));
     MatrixData* lith = copy.getNodeFromName(QStringLiteral("lith"));
     QVERIFY(lith && !lith->isSelected() && lith->isVertex() && lith->checkStateActive());
@@ -102,7 +95,7 @@ void TestStream::singleRow()
 void TestStream::badStreamsLeaveTheNodeAlone_data()
 {
     QTest::addColumn<QByteArray>("bytes");
-    const QByteArray good = bytesOf(*sampleTree());
+    const QByteArray good = treeBytes(*sampleTree());
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("magic only") << good.left(4);
     QTest::newRow("garbage") << QByteArray("this is not a data tree at all, just some text", 46);
@@ -126,23 +119,23 @@ void TestStream::badStreamsLeaveTheNodeAlone()
     QFETCH(QByteArray, bytes);
     auto tree = sampleTree();
     MatrixData* well = tree->child(0);
-    const QByteArray before = bytesOf(*tree);
+    const QByteArray before = treeBytes(*tree);
     QDataStream in(bytes);
     QVERIFY(!well->getDataFromStream(in));
-    QCOMPARE(bytesOf(*tree), before);
+    QCOMPARE(treeBytes(*tree), before);
 }
 
 void TestStream::everyTruncationFails()
 {
     auto tree = sampleTree();
-    const QByteArray good = bytesOf(*tree->child(0));
+    const QByteArray good = treeBytes(*tree->child(0));
     MatrixData target(QStringLiteral("target"), -1, -1, QVariant::String, true);
-    const QByteArray before = bytesOf(target);
+    const QByteArray before = treeBytes(target);
     for (int n = 0; n < good.size(); ++n) {
         QDataStream in(good.left(n));
         QVERIFY2(!target.getDataFromStream(in), qPrintable(QString::number(n)));
     }
-    QCOMPARE(bytesOf(target), before);
+    QCOMPARE(treeBytes(target), before);
     QDataStream in(good);
     QVERIFY(target.getDataFromStream(in));
 }
@@ -150,7 +143,7 @@ void TestStream::everyTruncationFails()
 void TestStream::kindMismatchIsRefused()
 {
     auto tree = sampleTree();
-    const QByteArray groupBytes = bytesOf(*tree->child(0));
+    const QByteArray groupBytes = treeBytes(*tree->child(0));
     MatrixData column(QStringLiteral("c"), 2, 1, QVariant::Double, true);
     QDataStream in(groupBytes);
     QVERIFY(!column.getDataFromStream(in));

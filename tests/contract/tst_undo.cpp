@@ -1,6 +1,7 @@
 // Undo records replay: random sequences of edits, every one recorded as the library records
 // them, are undone back to a deep copy of the starting tree and redone to the edited tree.
 #include <MatrixData.h>
+#include <TreeBytes.h>
 #include <MatrixDataRestore.h>
 #include <MatrixDataRestoreProxy.h>
 
@@ -11,14 +12,6 @@
 using namespace rkBase;
 
 namespace {
-QByteArray bytesOf(const MatrixData& node)
-{
-    QByteArray bytes;
-    QDataStream out(&bytes, QIODevice::WriteOnly);
-    node.putDataOnStream(out, true);
-    return bytes;
-}
-
 std::unique_ptr<MatrixData> startTree()
 {
     auto root = std::make_unique<MatrixData>(QStringLiteral("root"), -1, -1, QVariant::String, true);
@@ -197,27 +190,27 @@ void TestUndo::randomEditsUndoAndRedo()
     QFETCH(quint32, seed);
     QFETCH(int, steps);
     auto root = startTree();
-    const QByteArray start = bytesOf(*root);
+    const QByteArray start = treeBytes(*root);
     Editor editor(*root, seed);
     for (int i = 0; i < steps; ++i)
         editor.step();
-    const QByteArray edited = bytesOf(*root);
+    const QByteArray edited = treeBytes(*root);
     const int actions = root->sizeUndoActions();
     QVERIFY(actions > 0);
     while (root->undoLastAction()) {
     }
-    QCOMPARE(bytesOf(*root), start);
+    QCOMPARE(treeBytes(*root), start);
     while (root->redoNextAction()) {
     }
     QCOMPARE(root->undoPosition(), actions);
-    QCOMPARE(bytesOf(*root), edited);
+    QCOMPARE(treeBytes(*root), edited);
     // Undo half way and edit again: the rest of the list goes, and undo still gets home.
     for (int i = 0; i < actions / 2; ++i)
         root->undoLastAction();
     editor.step();
     while (root->undoLastAction()) {
     }
-    QCOMPARE(bytesOf(*root), start);
+    QCOMPARE(treeBytes(*root), start);
 }
 
 void TestUndo::newActionDropsTheUndoneOnes()

@@ -1,6 +1,7 @@
 // The spreadsheet's cell model: row mapping, roles, unit conversion, edits with their undo
 // records, and every refusal leaving the cell and the undo list as they were.
 #include <MatrixData.h>
+#include <TreeBytes.h>
 #include <MatrixDataRestore.h>
 #include <QVertexItemModel.h>
 #include <UnitManager.h>
@@ -243,18 +244,9 @@ void TestVertexItemModel::refusalsTouchNothing()
     Sheet s;
     QVertexItemModel model(nullptr, &s.root, -1, false, nullptr);
     model.enableUndoRedo(true);
-    QByteArray before;
-    {
-        QDataStream out(&before, QIODevice::WriteOnly);
-        s.root.putDataOnStream(out, true);
-    }
+    const QByteArray before = treeBytes(s.root);
     QVERIFY(!model.setData(model.index(1, column), value, role));
-    QByteArray after;
-    {
-        QDataStream out(&after, QIODevice::WriteOnly);
-        s.root.putDataOnStream(out, true);
-    }
-    QCOMPARE(after, before);
+    QCOMPARE(treeBytes(s.root), before);
     QCOMPARE(s.root.sizeUndoActions(), 0);
     QVERIFY(!model.modified());
 }

@@ -100,7 +100,7 @@ void MatrixDataRestore::recordInsertedRows(const QList<int>& rows)
     m_insertedRows = sorted;
 }
 
-void MatrixDataRestore::recordRemovedAttribute(MatrixData* attribute)
+void MatrixDataRestore::recordAttribute(MatrixData* attribute, bool inserted)
 {
     if (!attribute || !attribute->parent())
         return;
@@ -108,20 +108,18 @@ void MatrixDataRestore::recordRemovedAttribute(MatrixData* attribute)
     a.node = attribute;
     a.parent = attribute->parent();
     a.position = a.parent->indexOfChild(attribute);
-    a.inserted = false;
+    a.inserted = inserted;
     m_attributes.push_back(a);
+}
+
+void MatrixDataRestore::recordRemovedAttribute(MatrixData* attribute)
+{
+    recordAttribute(attribute, false);
 }
 
 void MatrixDataRestore::recordInsertedAttribute(MatrixData* attribute)
 {
-    if (!attribute || !attribute->parent())
-        return;
-    Attribute a;
-    a.node = attribute;
-    a.parent = attribute->parent();
-    a.position = a.parent->indexOfChild(attribute);
-    a.inserted = true;
-    m_attributes.push_back(a);
+    recordAttribute(attribute, true);
 }
 
 void MatrixDataRestore::recordNodeSnapshot()
@@ -151,15 +149,9 @@ void swapNodeState(MatrixData& node, MatrixData& snapshot, void (MatrixData::*co
 }
 } // namespace
 
-bool MatrixDataRestore::undo()
+// Name and colour hold the other state while not applied, so one swap serves undo and redo.
+void MatrixDataRestore::swapLabels()
 {
-    if (m_undone || !m_node)
-        return false;
-    m_rowsAfter = captureRows();
-    for (auto it = m_cells.rbegin(); it != m_cells.rend(); ++it) {
-        it->newValue = m_node->value(it->row, it->column);
-        m_node->setValue(it->row, it->column, it->oldValue);
-    }
     if (m_hasName) {
         const QString name = m_node->name(), iname = m_node->interfaceName();
         m_node->setName(m_otherName);
@@ -172,6 +164,18 @@ bool MatrixDataRestore::undo()
         m_node->setColor(m_otherColor);
         m_otherColor = c;
     }
+}
+
+bool MatrixDataRestore::undo()
+{
+    if (m_undone || !m_node)
+        return false;
+    m_rowsAfter = captureRows();
+    for (auto it = m_cells.rbegin(); it != m_cells.rend(); ++it) {
+        it->newValue = m_node->value(it->row, it->column);
+        m_node->setValue(it->row, it->column, it->oldValue);
+    }
+    swapLabels();
     if (m_snapshot)
         swapNodeState(*m_node, *m_snapshot, &MatrixData::copySettingsFrom);
     if (!m_insertedRows.isEmpty())
@@ -197,18 +201,7 @@ bool MatrixDataRestore::redo()
         m_node->reInsertRowAtPos(m_insertedRows, true);
     if (m_snapshot)
         swapNodeState(*m_node, *m_snapshot, &MatrixData::copySettingsFrom);
-    if (m_hasColor) {
-        const QColor c = m_node->color();
-        m_node->setColor(m_otherColor);
-        m_otherColor = c;
-    }
-    if (m_hasName) {
-        const QString name = m_node->name(), iname = m_node->interfaceName();
-        m_node->setName(m_otherName);
-        m_node->setInterfaceName(m_otherInterfaceName);
-        m_otherName = name;
-        m_otherInterfaceName = iname;
-    }
+    swapLabels();
     for (Cell& c : m_cells)
         m_node->setValue(c.row, c.column, c.newValue);
     applyRows(m_rowsAfter);

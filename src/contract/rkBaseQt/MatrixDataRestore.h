@@ -79,6 +79,8 @@ private:
 
     std::vector<RowState> captureRows() const;
     static void applyRows(const std::vector<RowState>& states);
+    void swapLabels();
+    void recordAttribute(MatrixData* attribute, bool inserted);
     void detach(Attribute& a);
     void attach(Attribute& a);
 
