@@ -28,7 +28,9 @@ for _ in $(seq 1 100); do [ -s "$display_file" ] && break; sleep 0.1; done
 export DISPLAY=":$(head -n1 "$display_file")"
 rm -f "$display_file"
 
-export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0:strict_string_checks=1:detect_stack_use_after_return=1"
+# No strict_string_checks: libxkbcommon-x11 hands strndup a bounded buffer without a NUL, which
+# that option reports as an overflow inside the X keyboard set-up of every GUI test.
+export ASAN_OPTIONS="detect_leaks=1:abort_on_error=0:detect_stack_use_after_return=1"
 export LSAN_OPTIONS="suppressions=$root/scripts/lsan.supp:print_suppressions=0"
 export UBSAN_OPTIONS="print_stacktrace=1:halt_on_error=1"
 export LIBGL_ALWAYS_SOFTWARE=1
