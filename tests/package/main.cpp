@@ -1,4 +1,5 @@
 #include <MatrixData.h>
+#include <QVertexItemModel.h>
 #include <UnitManager.h>
 #include <UnitRegistry.h>
 #include <gdfVertex.h>
@@ -19,9 +20,10 @@ int main()
     dip->setValue(1, 0, 20.0);
     dip->setValue(2, 0, 45.0);
     dip->setMinMax(0, boost::dynamic_bitset<>());
+    rkBase::QVertexItemModel sheet(nullptr, &root, -1, false, nullptr);
     const gdfVertex n = gdfVertex(1, 0, 0) ^ gdfVertex(0, 1, 0);
-    std::printf("consumer: %d column(s), mean dip %.2f %s, orientation data: %s, x^y = (%g, %g, %g)\n",
-                static_cast<int>(root.leafs().size()), dip->meanValue().toDouble(),
+    std::printf("consumer: sheet %d x %d, %d column(s), mean dip %.2f %s, orientation data: %s, x^y = (%g, %g, %g)\n",
+                sheet.rowCount(), sheet.columnCount(), static_cast<int>(root.leafs().size()), dip->meanValue().toDouble(),
                 qPrintable(dip->displayUnitTag()), root.hasOrientationData() ? "yes" : "no", n.x(), n.y(), n.z());
-    return root.leafs().size() == 1 && dip->meanValue().toDouble() == 25.0 ? 0 : 1;
+    return root.leafs().size() == 1 && sheet.rowCount() == 3 && dip->meanValue().toDouble() == 25.0 ? 0 : 1;
 }
