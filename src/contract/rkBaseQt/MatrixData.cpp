@@ -239,7 +239,27 @@ template <typename F> bool walkLeafs(const MatrixData* node, F&& f)
             return true;
     return false;
 }
+
+// Leaves that a table shows: ticked, visible, and not under an unticked group below `top`.
+template <typename F> bool walkShownLeafs(const MatrixData* node, const MatrixData* top, F&& f)
+{
+    if (node != top && (!node->isSelected() || !node->visibleToUser()))
+        return false;
+    if (!node->isGroup())
+        return f(const_cast<MatrixData*>(node));
+    for (MatrixData* c : node->children())
+        if (walkShownLeafs(c, top, f))
+            return true;
+    return false;
+}
 } // namespace
+
+QList<MatrixData*> MatrixData::shownLeafs() const
+{
+    QList<MatrixData*> out;
+    walkShownLeafs(this, this, [&out](MatrixData* n) { out.append(n); return false; });
+    return out;
+}
 
 QList<MatrixData*> MatrixData::leafs() const
 {
@@ -254,9 +274,7 @@ MatrixData* MatrixData::getNode(int n) const
         return nullptr;
     MatrixData* found = nullptr;
     int i = 0;
-    walkLeafs(this, [&](MatrixData* leaf) {
-        if (!leaf->isSelected() || !leaf->visibleToUser())
-            return false;
+    walkShownLeafs(this, this, [&](MatrixData* leaf) {
         if (i++ == n) {
             found = leaf;
             return true;
@@ -269,9 +287,8 @@ MatrixData* MatrixData::getNode(int n) const
 int MatrixData::numberOfSelectedItems() const
 {
     int count = 0;
-    walkLeafs(this, [&count](MatrixData* leaf) {
-        if (leaf->isSelected() && leaf->visibleToUser())
-            ++count;
+    walkShownLeafs(this, this, [&count](MatrixData*) {
+        ++count;
         return false;
     });
     return count;
@@ -345,9 +362,8 @@ int MatrixData::maxNumbOfSelectedRows(int stepSize, int listSize) const
     if (listSize > 0)
         return (listSize + step - 1) / step;
     int rows = 0;
-    walkLeafs(this, [&rows](MatrixData* leaf) {
-        if (leaf->isSelected() && leaf->visibleToUser())
-            rows = std::max(rows, leaf->validValueRowCount());
+    walkShownLeafs(this, this, [&rows](MatrixData* leaf) {
+        rows = std::max(rows, leaf->validValueRowCount());
         return false;
     });
     if (step == 1 || rows == 0)

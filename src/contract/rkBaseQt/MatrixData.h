@@ -17,7 +17,9 @@
 // - hasOrientationData(): some column below holds Double cells in the orientation unit category,
 //   or is named like an orientation ("dip", "azimuth", "strike", "plunge", "dip direction",
 //   case-insensitive).
-// - getDataSetSelectionBoxItems() lists ticked, user-visible columns; the id of an entry is its
+// - A column shows (getNode, numberOfSelectedItems, the combo-box lists, CSV export) when it
+//   is ticked, visible to the user, and no group between it and the node asked is unticked.
+// - getDataSetSelectionBoxItems() lists the shown columns; the id of an entry is its
 //   position in getNode() order. Collections: AllAttributes (0) every column; NumericAttributes (1)
 //   Double and Int columns; ColorAttributes (2) Color, Icon, KeySequence, Int, Double and String
 //   columns (anything a colour map or a colour table can colour); SymbolAttributes (3) Int, Icon,
@@ -166,6 +168,9 @@ public:
     MatrixData* getNodeFromName(const QString& name) const;
     MatrixData* getFirstChildWithData() const;
     QList<MatrixData*> leafs() const;
+    // The columns a table shows, in getNode() order: ticked, visible to the user, and not under
+    // an unticked group.
+    QList<MatrixData*> shownLeafs() const;
 
     bool visibleToUser() const { return m_visibleToUser; }
     void setVisibleToUser(bool visible) { m_visibleToUser = visible; }

@@ -323,9 +323,7 @@ void MatrixData::getDataSetSelectionBoxItems(QList<QString>& names, QList<int>& 
     ids.clear();
     colors.clear();
     int position = 0;
-    for (MatrixData* leaf : leafs()) {
-        if (!leaf->isSelected() || !leaf->visibleToUser())
-            continue;
+    for (MatrixData* leaf : shownLeafs()) {
         const int id = position++;
         if (!withEmpty && leaf->validValueRowCount() == 0)
             continue;

@@ -433,9 +433,13 @@ bool MatrixData::writeCSV(const QString& fileName, bool* rowMask, bool withField
                           bool withHeader, QWidget* /*parent*/) const
 {
     QList<MatrixData*> columns;
-    for (MatrixData* leaf : leafs())
-        if (leaf->visibleToUser() && (allColumns || leaf->isSelected()))
-            columns.append(leaf);
+    if (allColumns) {
+        for (MatrixData* leaf : leafs())
+            if (leaf->visibleToUser())
+                columns.append(leaf);
+    } else {
+        columns = shownLeafs();
+    }
     int rows = 0;
     for (const MatrixData* c : columns)
         rows = std::max(rows, c->validValueRowCount());

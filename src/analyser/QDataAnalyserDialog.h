@@ -1,0 +1,188 @@
+#pragma once
+// The one window a host embeds: the attribute tree on the left, and on the right a tab widget
+// with the spreadsheet and one tab per chart. It owns the data root and keeps the views in step.
+// Chart panels are optional; every use of one tests it for null, so the window also works with
+// the table alone.
+
+#include <QString>
+#include <QWidget>
+
+#include <boost/dynamic_bitset.hpp>
+
+#include <vector>
+
+class QAction;
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QMenu;
+class QSplitter;
+
+namespace rkBase {
+
+class DisplayUnitManager;
+class MatrixData;
+class QAttributeTreeView;
+class QRelationshipItemModel;
+class QSortFilterProxyVertexItemModel;
+class QTreeItemModel;
+class QVertexItemModel;
+class QVertexMinMaxItemModel;
+class QVertexMinMaxModelTableView;
+class QVertexModelTableView;
+class TabWidgetWithFloatingTabs;
+class UnitRegistry;
+
+class QDataAnalyserDialog : public QWidget
+{
+    Q_OBJECT
+public:
+    explicit QDataAnalyserDialog(QWidget* parent = nullptr);
+    ~QDataAnalyserDialog() override;
+
+    virtual MatrixData* createMatrixData(const QString& name, const QString& typeName, int rows, bool unused);
+    virtual void initialize(const QString& chartSettingsKey, QMenu* tableMenu, UnitRegistry* registry,
+                            Qt::Orientation splitterOrientation, bool crossPlotDefaultsToFirstEntry,
+                            bool withOrientationCharts, bool withDepthPlot, bool withBarChart, bool withHistogram,
+                            bool withCrossPlot, int minMaxMode, bool withFieldData, bool hideCoordinateColumns);
+    virtual void changeDataRoot(MatrixData* root);
+    virtual void readSettings(const QString& mainGroup);
+    virtual void saveSettings();
+    virtual bool createFaultTDEToolTab(const QString& chartSettingsKey);
+    virtual bool createMohrDiagramChart(const QString& chartSettingsKey);
+    virtual void resetSplitterRatios();
+
+    void changeDataRootOnly(MatrixData* root) { m_dataRoot = root; }
+    void createTableWidget(QMenu* menu, int minMaxMode, bool withFieldData);
+    void createTreeWidget();
+    QMenu* createDefaultPopupMenu();
+
+    void showTab(const QString& key, const QString& title);
+    void hideTab(const QString& key);
+    void setLightMode();
+    void setUltraLightMode();
+    void concealTreeWidget();
+    QList<unsigned long long> getTableIdOrder() const;
+    void setDynamicSorting(bool on);
+    void resetProxyModel();
+    void setShowEmptyAttributes(bool on);
+    bool showEmptyAttributes() const;
+    UnitRegistry* registry() const;
+    void setRegistry(UnitRegistry* registry);
+    void setSettingsGroup(const QString& group) { m_settingsGroup = group; }
+    void setSettingsMainGroup(const QString& group) { m_settingsMainGroup = group; }
+    QString settingsGroup() const { return m_settingsGroup; }
+    QString settingsMainGroup() const { return m_settingsMainGroup; }
+    void setCurrentSymbolItem(int item) { m_currentSymbolItem = item; }
+    void setCurrentColorItem(int item) { m_currentColorItem = item; }
+    bool chartUpdateNeeded(int chart) const { return chart >= 0 && chart < 7 && m_chartsUpdateNeeded[chart]; }
+
+    // Test and start-up data.
+    void initializeBlankData(int columns, int rows);
+    void initializeDummyData();
+    void initializeTestData();
+    void initializeRockPropertyTestData();
+    void initializeStratigraphyTestData();
+
+    MatrixData* dataRoot() const { return m_dataRoot; }
+    TabWidgetWithFloatingTabs* tabWidget() const { return m_tabWidget; }
+    QAttributeTreeView* treeView() const { return m_treeView; }
+    QTreeItemModel* treeItemModel() const { return m_treeItemModel; }
+    QWidget* treeFrame() const { return m_treeFrame; }
+    QSplitter* treeSplitter() const { return m_treeSplitter; }
+    QVertexModelTableView* vertexTable() const { return m_vertexTable; }
+    QVertexItemModel* vertexItemModel() const { return m_vertexItemModel; }
+    QSortFilterProxyVertexItemModel* proxyModel() const { return m_proxyModel; }
+    QVertexMinMaxModelTableView* minMaxVertexTable() const { return m_minMaxVertexTable; }
+    QVertexMinMaxItemModel* minMaxVertexItemModel() const { return m_minMaxVertexItemModel; }
+    QGroupBox* validCellsOnlyGroupBox() const { return m_validCellsOnlyGroupBox; }
+    QComboBox* filterComboBox() const { return m_filterComboBox; }
+    QAction* pasteAction() const { return m_pasteAction; }
+    QString fileName() const { return m_fileName; }
+    QString absolutePath() const { return m_absolutePath; }
+    void setFileName(const QString& name) { m_fileName = name; }
+    void setAbsolutPath(const QString& path) { m_absolutePath = path; }
+    // The rows a Save As would write: every row without a selection, else the selected ones.
+    std::vector<char> saveMask() const;
+    bool saveCSV(const QString& fileName);
+
+public slots:
+    virtual void updateChartDataSetSelectionBox(int collection);
+    virtual void hide();
+    virtual void slotTabWidgetChanged();
+    virtual void resetChartsUpdateNeeded();
+    virtual void createDataDecimationAttribute(QRelationshipItemModel* model, bool binAverage, bool replaceOriginal,
+                                               bool replaceDecimated, MatrixData* original);
+    void hideShowOrientationWindows();
+    void updateChartDataSetSelectionBoxes();
+    void updateFilterComboBox();
+    void setFilterKeyColumn();
+    void updateAllViews(bool wellMarkerMode = false, bool emitSignalDataModified = false);
+    void updateTableViews();
+    void updateCellView();
+    void initializeFieldDataSheet(bool createDefaultLine);
+    void checkResetChartsUpdateNeeded();
+    void setNewRowSelectionFromGraphicalSelection(const boost::dynamic_bitset<>& rows);
+    void slotDataModified(bool modified);
+    void onDataModifiedTableMinMax(bool modified);
+    void sortingPerformed();
+    void enablePasteAction();
+    void copyToClipboard();
+    void pasteFromClipboard();
+    bool slotSaveAs();
+    void showSelectValueCellsDlg();
+    void selectInverse();
+    void accept_ClearSelection();
+    void setCurrentHistogramDataSet();
+    void clearAllSelections();
+
+signals:
+    void dataModified(bool modified);
+    void signalEnablePasteAction();
+    void applyStressTo3DView(QString name, double a, double b, double c, bool on);
+    void updateStressColourMapSettings(QString name, double a, double b, double c, bool on);
+    void showEmptyAttributesChanged();
+    void signalCreateMeanPrincipalPointCloud();
+
+protected:
+    void focusInEvent(QFocusEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private slots:
+    void markAllChartsForUpdate();
+
+private:
+    QWidget* chartPage(const QString& key) const;
+    QString settingsPath() const { return m_settingsMainGroup + QLatin1Char('/') + m_settingsGroup; }
+    void untickHiddenColumns(bool hideCoordinates);
+
+    bool m_resetSplittersOnResize = true;
+    bool m_splitterResetPending = true;
+    DisplayUnitManager* m_displayUnitManager = nullptr;
+    bool m_withFieldData = false;
+    QString m_absolutePath;
+    QString m_fileName;
+    MatrixData* m_dataRoot;
+    TabWidgetWithFloatingTabs* m_tabWidget = nullptr;
+    QWidget* m_treeFrame = nullptr;
+    QAttributeTreeView* m_treeView = nullptr;
+    QTreeItemModel* m_treeItemModel = nullptr;
+    QVertexModelTableView* m_vertexTable = nullptr;
+    QVertexMinMaxModelTableView* m_minMaxVertexTable = nullptr;
+    QGroupBox* m_validCellsOnlyGroupBox = nullptr;
+    QComboBox* m_filterComboBox = nullptr;
+    QCheckBox* m_showEmptyAttributesCheckBox = nullptr;
+    QVertexItemModel* m_vertexItemModel = nullptr;
+    QSortFilterProxyVertexItemModel* m_proxyModel = nullptr;
+    QVertexMinMaxItemModel* m_minMaxVertexItemModel = nullptr;
+    QSplitter* m_treeSplitter = nullptr;
+    int m_currentSymbolItem = 0;
+    int m_currentColorItem = 0;
+    QAction* m_pasteAction = nullptr;
+    bool m_chartsUpdateNeeded[7];
+    QString m_settingsGroup;
+    QString m_settingsMainGroup;
+    QMenu* m_tableMenu = nullptr;
+};
+
+} // namespace rkBase
