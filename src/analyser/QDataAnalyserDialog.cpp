@@ -150,10 +150,22 @@ void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tab
         m_vertexTable->resetEmpty();
         m_minMaxVertexTable->resetEmpty();
     }
+    syncColumnWidths();
     for (int collection : {3, 1, 4, 2, 5})
         updateChartDataSetSelectionBox(collection);
     updateFilterComboBox();
     slotTabWidgetChanged();
+}
+
+void QDataAnalyserDialog::syncColumnWidths()
+{
+    if (!m_vertexTable || !m_minMaxVertexTable || !m_minMaxVertexTable->model())
+        return;
+    QHeaderView* header = m_minMaxVertexTable->horizontalHeader();
+    const bool blocked = header->blockSignals(true);
+    for (int c = 0; c < m_minMaxVertexTable->model()->columnCount(); ++c)
+        header->resizeSection(c, m_vertexTable->columnWidth(c));
+    header->blockSignals(blocked);
 }
 
 void QDataAnalyserDialog::untickHiddenColumns(bool hideCoordinates)
@@ -550,6 +562,7 @@ void QDataAnalyserDialog::updateAllViews(bool wellMarkerMode, bool emitSignalDat
     m_minMaxVertexTable->updateView();
     m_vertexTable->slotClearSelection();
     m_minMaxVertexTable->slotClearSelection();
+    syncColumnWidths();
     for (int collection : {3, 1, 4, 2, 5})
         updateChartDataSetSelectionBox(collection);
     updateFilterComboBox();
@@ -564,6 +577,7 @@ void QDataAnalyserDialog::updateTableViews()
         return;
     m_vertexTable->updateView();
     m_minMaxVertexTable->updateView();
+    syncColumnWidths();
     m_vertexTable->clearSelection();
     m_vertexTable->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     emit m_vertexTable->verteciesSelected(std::vector<int>());

@@ -155,6 +155,8 @@ private:
     QWidget* chartPage(const QString& key) const;
     QString settingsPath() const { return m_settingsMainGroup + QLatin1Char('/') + m_settingsGroup; }
     void untickHiddenColumns(bool hideCoordinates);
+    // The min/max table shows the sheet's headers: give its columns the sheet's widths.
+    void syncColumnWidths();
 
     bool m_resetSplittersOnResize = true;
     bool m_splitterResetPending = true;

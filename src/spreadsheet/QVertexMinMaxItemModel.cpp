@@ -58,8 +58,11 @@ QVariant QVertexMinMaxItemModel::data(const QModelIndex& index, int role) const
     case Qt::TextAlignmentRole:
         return 130;
     case Qt::BackgroundRole: {
+        // The colour-map colour, washed toward white so the number on it stays readable.
         const QColor c = node->minMaxMeanColor(index);
-        return c.isValid() ? QVariant(c) : QVariant();
+        if (!c.isValid())
+            return QVariant();
+        return QColor((c.red() + 2 * 255) / 3, (c.green() + 2 * 255) / 3, (c.blue() + 2 * 255) / 3);
     }
     case Qt::ToolTipRole:
         return node->unitManager() ? QVariant(node->unitManager()->displayUnitManager()->getCategoryDisplayName(

@@ -13,8 +13,8 @@ QVertexMinMaxModelTableView::QVertexMinMaxModelTableView(UnitRegistry* registry,
     // Same vertical header width as the sheet, so the columns line up.
     verticalHeader()->setFixedWidth(85);
     verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 10);
+    // Three rows share whatever height the frame above the sheet gives them.
+    verticalHeader()->setSectionResizeMode(QHeaderView::Stretch);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setSelectionMode(QAbstractItemView::ExtendedSelection);

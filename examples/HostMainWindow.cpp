@@ -1,0 +1,147 @@
+#include "HostMainWindow.h"
+
+#include "CsvSheetReader.h"
+
+#include <MatrixData.h>
+#include <MatrixDataRestore.h>
+#include <QDataAnalyserDialog.h>
+#include <UnitRegistry.h>
+
+#include <QAction>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QKeySequence>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QStatusBar>
+
+using rkBase::MatrixData;
+
+HostMainWindow::HostMainWindow(QWidget* parent)
+    : QMainWindow(parent), m_registry(new rkBase::UnitRegistry(this)), m_analyser(new rkBase::QDataAnalyserDialog(this))
+{
+    setWindowTitle(tr("rkBaseTools demo"));
+    m_analyser->dataRoot()->setRegistry(m_registry);
+    m_analyser->initialize(QStringLiteral("demo"), nullptr, m_registry, Qt::Horizontal, false, true, true, true, true,
+                           true, 1, false, false);
+    setCentralWidget(m_analyser);
+
+    QMenu* file = menuBar()->addMenu(tr("&File"));
+    file->addAction(tr("&Open CSV..."), this, SLOT(openCsvDialog()), QKeySequence::Open);
+    file->addAction(tr("Save &As..."), this, SLOT(saveAs()), QKeySequence::SaveAs);
+    file->addSeparator();
+    file->addAction(tr("&Quit"), this, SLOT(close()), QKeySequence::Quit);
+
+    QMenu* edit = menuBar()->addMenu(tr("&Edit"));
+    m_undo = edit->addAction(tr("&Undo"), this, SLOT(undo()), QKeySequence::Undo);
+    m_redo = edit->addAction(tr("&Redo"), this, SLOT(redo()), QKeySequence::Redo);
+    edit->addSeparator();
+    edit->addAction(QIcon(QStringLiteral(":/rkBaseQt/Resources/page_copy.png")), tr("&Copy"), this, SLOT(copy()),
+                    QKeySequence::Copy);
+    edit->addAction(QIcon(QStringLiteral(":/rkBaseQt/Resources/page_paste.png")), tr("&Paste"), this, SLOT(paste()),
+                    QKeySequence::Paste);
+    edit->addSeparator();
+    edit->addAction(QIcon(QStringLiteral(":/rkBaseQt/Resources/arrow_switch.png")), tr("&Invert Selection"), m_analyser,
+                    SLOT(selectInverse()));
+
+    QMenu* view = menuBar()->addMenu(tr("&View"));
+    QAction* light = view->addAction(tr("&Light mode"));
+    light->setCheckable(true);
+    connect(light, SIGNAL(toggled(bool)), this, SLOT(setLightMode(bool)));
+
+    connect(m_analyser, SIGNAL(dataModified(bool)), this, SLOT(updateUndoActions()));
+    updateUndoActions();
+    resize(1200, 760);
+}
+
+HostMainWindow::~HostMainWindow() = default;
+
+bool HostMainWindow::openCsv(const QString& fileName, bool quiet)
+{
+    CsvSheetReader reader;
+    MatrixData* sheet = reader.read(fileName, QFileInfo(fileName).completeBaseName());
+    if (!reader.problems().isEmpty() && !quiet)
+        QMessageBox::warning(this, tr("Open CSV"),
+                             tr("Some of %1 could not be read:\n\n%2").arg(fileName, reader.problems().join(QLatin1Char('\n'))));
+    if (!sheet)
+        return false;
+    MatrixData* root = m_analyser->dataRoot();
+    QString name = sheet->name();
+    root->createUniqueName(name);
+    sheet->setName(name);
+    sheet->setInterfaceName(name);
+    root->appendChild(sheet, true);
+    // Columns the analyser knows how to show in units.
+    for (MatrixData* c : sheet->leafs()) {
+        const QString n = c->name().toLower();
+        if (c->cellType() != QVariant::Double)
+            continue;
+        if (n == QLatin1String("dip") || n == QLatin1String("azimuth"))
+            c->setUnitManager(rkBase::UnitRegistry::CATEGORY_ORIENTATION);
+        else if (n.contains(QLatin1String("depth")) || n == QLatin1String("z") || n.startsWith(QLatin1String("x("))
+                 || n.startsWith(QLatin1String("y(")))
+            c->setUnitManager(rkBase::UnitRegistry::CATEGORY_ELEVATION);
+        else if (n.contains(QLatin1String("porosity")))
+            c->setUnitManager(rkBase::UnitRegistry::CATEGORY_FRACTION);
+        c->setMinMax(0, std::vector<int>());
+    }
+    m_analyser->updateAllViews(false, false);
+    m_analyser->hideShowOrientationWindows();
+    statusBar()->showMessage(tr("%1: %2 rows, %3 columns").arg(QFileInfo(fileName).fileName())
+                                 .arg(sheet->maxNumbOfSelectedRows(1, 0))
+                                 .arg(sheet->childCount()));
+    return true;
+}
+
+void HostMainWindow::openCsvDialog()
+{
+    const QString file = QFileDialog::getOpenFileName(this, tr("Open CSV"), QString(), tr("CSV files (*.csv);;All files (*)"));
+    if (!file.isEmpty())
+        openCsv(file, false);
+}
+
+void HostMainWindow::saveAs()
+{
+    m_analyser->slotSaveAs();
+}
+
+void HostMainWindow::undo()
+{
+    if (m_analyser->dataRoot()->undoLastAction())
+        m_analyser->updateAllViews(false, true);
+    updateUndoActions();
+}
+
+void HostMainWindow::redo()
+{
+    if (m_analyser->dataRoot()->redoNextAction())
+        m_analyser->updateAllViews(false, true);
+    updateUndoActions();
+}
+
+void HostMainWindow::copy()
+{
+    m_analyser->copyToClipboard();
+}
+
+void HostMainWindow::paste()
+{
+    m_analyser->pasteFromClipboard();
+}
+
+void HostMainWindow::setLightMode(bool on)
+{
+    if (on)
+        m_analyser->setLightMode();
+}
+
+void HostMainWindow::updateUndoActions()
+{
+    MatrixData* root = m_analyser->dataRoot();
+    const int position = root->undoPosition();
+    m_undo->setEnabled(position > 0);
+    m_redo->setEnabled(position < root->sizeUndoActions());
+    m_undo->setText(position > 0 ? tr("&Undo %1").arg(root->undoAction(position - 1)->name()) : tr("&Undo"));
+    m_redo->setText(position < root->sizeUndoActions() ? tr("&Redo %1").arg(root->undoAction(position)->name())
+                                                      : tr("&Redo"));
+}

@@ -1,0 +1,40 @@
+#pragma once
+// The demo host: a main window around one analyser, with the file, edit and view commands a
+// host application gives its users. It owns the unit registry and walks the root's undo list.
+
+#include <QMainWindow>
+
+class QAction;
+
+namespace rkBase {
+class QDataAnalyserDialog;
+class UnitRegistry;
+}
+
+class HostMainWindow : public QMainWindow
+{
+    Q_OBJECT
+public:
+    explicit HostMainWindow(QWidget* parent = nullptr);
+    ~HostMainWindow() override;
+
+    // Loads a CSV as a new sheet; problems go to one message box unless quiet.
+    bool openCsv(const QString& fileName, bool quiet);
+    rkBase::QDataAnalyserDialog* analyser() const { return m_analyser; }
+
+public slots:
+    void openCsvDialog();
+    void saveAs();
+    void undo();
+    void redo();
+    void copy();
+    void paste();
+    void setLightMode(bool on);
+    void updateUndoActions();
+
+private:
+    rkBase::UnitRegistry* m_registry;
+    rkBase::QDataAnalyserDialog* m_analyser;
+    QAction* m_undo = nullptr;
+    QAction* m_redo = nullptr;
+};
