@@ -126,6 +126,9 @@ void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tab
     m_tabWidget->setCurrentIndex(0);
     connect(m_tabWidget, SIGNAL(currentChanged(int)), this, SLOT(slotTabWidgetChanged()));
     m_treeSplitter->setOrientation(splitterOrientation);
+    // Extra room goes to the sheet and charts; the tree keeps the width it was given.
+    m_treeSplitter->setStretchFactor(0, 0);
+    m_treeSplitter->setStretchFactor(1, 1);
 
     // The chart panels come with their own subsystems; until a panel exists its tab is not made.
     if (!createFaultTDEToolTab(chartSettingsKey)) {
