@@ -6,6 +6,8 @@
 
 #include <QList>
 
+#include <vector>
+
 namespace rkBase {
 
 class QSortFilterProxyVertexItemModel : public QSortFilterProxyModelWithColor
@@ -21,10 +23,21 @@ public:
     const QList<bool>& filterRows() const { return m_filterRows; }
     void clearFilterRows();
 
+    // Numeric columns are sorted on keys read once from the tree, not on formatted cell data.
+    void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;
+    void setSourceModel(QAbstractItemModel* source) override;
+
 protected:
     bool filterAcceptsRow(int sourceRow, const QModelIndex& sourceParent) const override;
+    bool lessThan(const QModelIndex& left, const QModelIndex& right) const override;
+
+private slots:
+    void dropSortKeys();
 
 private:
+    std::vector<double> m_sortKeys; // by source row; NaN for a blank cell
+    int m_sortKeysColumn = -1;
+
     QList<bool> m_filterRows;
     bool m_filterEmptyCells = false;
 };

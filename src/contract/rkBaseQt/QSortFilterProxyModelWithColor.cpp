@@ -8,7 +8,8 @@ namespace rkBase {
 
 QSortFilterProxyModelWithColor::QSortFilterProxyModelWithColor(QObject* parent, bool sortByUserRole)
     : QSortFilterProxyModel(parent), m_sortByUserRole(sortByUserRole), m_highlightColor(255, 240, 160),
-      m_collator(new QCollator)
+      // The C locale's collation knows no numeric mode; English sorts "a9" before "a10".
+      m_collator(new QCollator(QLocale().language() == QLocale::C ? QLocale(QLocale::English) : QLocale()))
 {
     m_collator->setNumericMode(true);
     m_collator->setCaseSensitivity(Qt::CaseInsensitive);
@@ -52,11 +53,13 @@ bool QSortFilterProxyModelWithColor::lessThan(const QModelIndex& left, const QMo
     };
     const QVariant l = read(left);
     const QVariant r = read(right);
-    // Blank cells gather at the end whichever way the column is sorted.
+    // Blank cells gather at the end whichever way the column is sorted, and equal cells keep
+    // their row order: a descending sort asks lessThan(right, left), so ties flip there.
     const bool descending = sortOrder() == Qt::DescendingOrder;
+    const bool rowOrder = descending ? left.row() > right.row() : left.row() < right.row();
     if (!l.isValid() || !r.isValid()) {
         if (l.isValid() == r.isValid())
-            return left.row() < right.row();
+            return rowOrder;
         return descending ? !l.isValid() : l.isValid();
     }
     const bool lNumber = l.type() == QVariant::Double || l.type() == QVariant::Int || l.type() == QVariant::LongLong;
@@ -65,12 +68,12 @@ bool QSortFilterProxyModelWithColor::lessThan(const QModelIndex& left, const QMo
         const double a = l.toDouble(), b = r.toDouble();
         if (a != b)
             return a < b;
-        return left.row() < right.row();
+        return rowOrder;
     }
     if (lNumber != rNumber)
         return lNumber; // numbers before text
     const int c = m_collator->compare(l.toString(), r.toString());
-    return c != 0 ? c < 0 : left.row() < right.row();
+    return c != 0 ? c < 0 : rowOrder;
 }
 
 } // namespace rkBase
