@@ -4,6 +4,7 @@
 
 #include <MatrixData.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -47,7 +48,7 @@ void QSortFilterProxyVertexItemModel::setSourceModel(QAbstractItemModel* source)
 
 void QSortFilterProxyVertexItemModel::dropSortKeys()
 {
-    std::vector<double>().swap(m_sortKeys);
+    std::vector<quint32>().swap(m_sortRank);
     m_sortKeysColumn = -1;
 }
 
@@ -59,12 +60,30 @@ void QSortFilterProxyVertexItemModel::sort(int column, Qt::SortOrder order)
     if (node && sortRole() == Qt::UserRole
         && (node->cellType() == QVariant::Double || node->cellType() == QVariant::Int)) {
         const int rows = model->rowCount();
-        m_sortKeys.resize(static_cast<std::size_t>(rows));
+        // The same order as the general comparison: blanks and NaN last either way, equal
+        // values in row order. Sorting (key, row) pairs walks memory in order and is quick.
+        struct Key {
+            double value;
+            quint32 row;
+        };
+        std::vector<Key> keys(static_cast<std::size_t>(rows));
         for (int r = 0; r < rows; ++r) {
             const int stored = model->row(model->index(r, column));
-            m_sortKeys[static_cast<std::size_t>(r)] =
-                node->isValueValid(stored, 0) ? node->toDouble(stored, 0) : std::numeric_limits<double>::quiet_NaN();
+            const double v = node->isValueValid(stored, 0) ? node->toDouble(stored, 0) : std::numeric_limits<double>::quiet_NaN();
+            keys[static_cast<std::size_t>(r)] = {v, static_cast<quint32>(r)};
         }
+        const bool descending = order == Qt::DescendingOrder;
+        std::sort(keys.begin(), keys.end(), [descending](const Key& a, const Key& b) {
+            const bool aBlank = std::isnan(a.value), bBlank = std::isnan(b.value);
+            if (aBlank != bBlank)
+                return bBlank;
+            if (!aBlank && a.value != b.value)
+                return descending ? a.value > b.value : a.value < b.value;
+            return a.row < b.row;
+        });
+        m_sortRank.resize(keys.size());
+        for (std::size_t i = 0; i < keys.size(); ++i)
+            m_sortRank[keys[i].row] = static_cast<quint32>(i);
         m_sortKeysColumn = column;
     }
     QSortFilterProxyModelWithColor::sort(column, order);
@@ -72,23 +91,11 @@ void QSortFilterProxyVertexItemModel::sort(int column, Qt::SortOrder order)
 
 bool QSortFilterProxyVertexItemModel::lessThan(const QModelIndex& left, const QModelIndex& right) const
 {
-    if (m_sortKeysColumn != left.column() || left.row() >= static_cast<int>(m_sortKeys.size())
-        || right.row() >= static_cast<int>(m_sortKeys.size()))
+    const std::size_t l = static_cast<std::size_t>(left.row()), r = static_cast<std::size_t>(right.row());
+    if (m_sortKeysColumn != left.column() || l >= m_sortRank.size() || r >= m_sortRank.size())
         return QSortFilterProxyModelWithColor::lessThan(left, right);
-    // Same order as the general comparison: blanks (and NaN) last either way, ties by row.
-    const double a = m_sortKeys[static_cast<std::size_t>(left.row())];
-    const double b = m_sortKeys[static_cast<std::size_t>(right.row())];
-    const bool descending = sortOrder() == Qt::DescendingOrder;
-    const bool rowOrder = descending ? left.row() > right.row() : left.row() < right.row();
-    const bool aBlank = std::isnan(a), bBlank = std::isnan(b);
-    if (aBlank || bBlank) {
-        if (aBlank == bBlank)
-            return rowOrder;
-        return descending ? aBlank : !aBlank;
-    }
-    if (a != b)
-        return a < b;
-    return rowOrder;
+    // A descending sort asks lessThan(right, left); the ranks already hold the final order.
+    return sortOrder() == Qt::DescendingOrder ? m_sortRank[r] < m_sortRank[l] : m_sortRank[l] < m_sortRank[r];
 }
 
 bool QSortFilterProxyVertexItemModel::filterAcceptsRow(int sourceRow, const QModelIndex&) const

@@ -6,6 +6,8 @@
 
 #include <QList>
 
+#include <QtGlobal>
+
 #include <vector>
 
 namespace rkBase {
@@ -35,7 +37,9 @@ private slots:
     void dropSortKeys();
 
 private:
-    std::vector<double> m_sortKeys; // by source row; NaN for a blank cell
+    // By source row: its place in the sorted column. Qt's merge sort then compares two small
+    // integers instead of reading cells.
+    std::vector<quint32> m_sortRank;
     int m_sortKeysColumn = -1;
 
     QList<bool> m_filterRows;
