@@ -79,13 +79,19 @@ MatrixData* CsvSheetReader::read(const QString& fileName, const QString& sheetNa
         m_problems << QStringLiteral("Cannot open %1: %2").arg(fileName, file.errorString());
         return nullptr;
     }
-    const QByteArray bytes = file.readAll();
+    QByteArray bytes = file.readAll();
+    // NUL bytes are no part of any text, and Qt's Latin-1 conversion would stop at the first.
+    const int nuls = bytes.count('\0');
+    if (nuls > 0) {
+        bytes.replace(QByteArray(1, '\0'), QByteArray());
+        m_problems << QStringLiteral("The file holds %1 NUL byte(s); they were dropped.").arg(nuls);
+    }
     // UTF-8 unless it does not decode; then Latin-1, which never fails, and say so.
     QTextCodec::ConverterState state;
     QTextCodec* utf8 = QTextCodec::codecForName("UTF-8");
     QString text = utf8->toUnicode(bytes.constData(), bytes.size(), &state);
     if (state.invalidChars > 0) {
-        text = QString::fromLatin1(bytes);
+        text = QString::fromLatin1(bytes.constData(), bytes.size());
         m_problems << QStringLiteral("The file is not UTF-8; it was read as Latin-1.");
     }
     if (text.startsWith(QChar(0xFEFF)))
