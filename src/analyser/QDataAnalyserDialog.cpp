@@ -778,7 +778,7 @@ void QDataAnalyserDialog::selectInverse()
     if (!m_vertexTable || !m_vertexTable->model())
         return;
     WaitCursor wait;
-    const std::vector<int> selected = m_vertexTable->selectedRows(-1);
+    const std::vector<int> selected = m_vertexTable->selectedRows(0);
     std::vector<int> inverse;
     const int rows = m_vertexItemModel->rowCount();
     inverse.reserve(static_cast<std::size_t>(std::max(0, rows - static_cast<int>(selected.size()))));

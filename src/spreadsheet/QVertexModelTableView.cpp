@@ -93,24 +93,30 @@ int QVertexModelTableView::rowCount() const
     return model() ? model()->rowCount() : 0;
 }
 
-std::vector<int> QVertexModelTableView::selectedRows(int column) const
+std::vector<int> QVertexModelTableView::selectedRows(int) const
 {
     std::vector<int> rows;
-    if (!selectionModel())
+    if (!selectionModel() || !model())
+        return rows;
+    const int columns = model()->columnCount();
+    const int sourceRows = vertexItemModel() ? vertexItemModel()->rowCount() : model()->rowCount();
+    if (columns == 0 || sourceRows == 0)
         return rows;
     QSortFilterProxyVertexItemModel* proxy = proxyModel();
-    // Count per selection range, not per index: a whole-row selection of a big sheet would
-    // otherwise list every cell.
+    // Whole rows only: count the selected cells of each source row from the selection ranges,
+    // never from a list of every selected index (millions on a big sheet).
+    std::vector<int> count(static_cast<std::size_t>(sourceRows), 0);
     for (const QItemSelectionRange& range : selectionModel()->selection()) {
-        if (column >= 0 && (column < range.left() || column > range.right()))
-            continue;
+        const int width = range.right() - range.left() + 1;
         for (int r = range.top(); r <= range.bottom(); ++r) {
-            const QModelIndex index = model()->index(r, range.left());
-            rows.push_back(proxy ? proxy->mapToSource(index).row() : r);
+            const int source = proxy ? proxy->mapToSource(model()->index(r, 0)).row() : r;
+            if (source >= 0 && source < sourceRows)
+                count[static_cast<std::size_t>(source)] += width;
         }
     }
-    std::sort(rows.begin(), rows.end());
-    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    for (int r = 0; r < sourceRows; ++r)
+        if (count[static_cast<std::size_t>(r)] >= columns)
+            rows.push_back(r);
     return rows;
 }
 
@@ -197,7 +203,7 @@ void QVertexModelTableView::slotSetNextInColumn(QWidget*)
 
 void QVertexModelTableView::slotVertexSelected()
 {
-    emit verteciesSelected(selectedRows(-1));
+    emit verteciesSelected(selectedRows(0));
     emit tableItemSelected();
 }
 

@@ -30,8 +30,8 @@ public:
     void resetEmpty();
     bool isEmpty() const { return m_isEmpty; }
     int rowCount() const;
-    // Source rows with a selected cell in the given column (-1: any column), ascending.
-    std::vector<int> selectedRows(int column) const;
+    // Source rows whose every cell is selected, ascending; a partly selected row is not one.
+    std::vector<int> selectedRows(int unused) const;
     MatrixData* firstSelectedNode() const;
     void setRowSelection(const std::vector<int>& sourceRows);
     void setAllColumnWidth(int width);

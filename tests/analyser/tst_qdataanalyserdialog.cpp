@@ -249,6 +249,12 @@ void TestDataAnalyserDialog::graphicalSelection()
     QCOMPARE(spy.count(), 1);
     d->selectInverse();
     QCOMPARE(d->vertexTable()->selectedRows(0).size(), std::size_t(18));
+    // Only whole rows count: one cell of a row does not select it.
+    QItemSelectionModel* selection = d->vertexTable()->selectionModel();
+    selection->select(d->proxyModel()->index(2, 1), QItemSelectionModel::ClearAndSelect);
+    QVERIFY(d->vertexTable()->selectedRows(0).empty());
+    d->vertexTable()->selectRow(4);
+    QCOMPARE(d->vertexTable()->selectedRows(0), std::vector<int>{4});
 }
 
 void TestDataAnalyserDialog::staleFlags()
