@@ -126,6 +126,44 @@ void BM_SortProxyOnly(benchmark::State& state)
 }
 BENCHMARK(BM_SortProxyOnly)->Unit(benchmark::kMillisecond)->Iterations(3);
 
+// Every other row: 500,000 scattered rows, the worst case for merging into ranges.
+boost::dynamic_bitset<> everyOtherRow()
+{
+    boost::dynamic_bitset<> bits(kRows);
+    for (int r = 0; r < kRows; r += 2)
+        bits.set(static_cast<std::size_t>(r));
+    return bits;
+}
+
+void BM_SetRowSelectionScattered(benchmark::State& state)
+{
+    Table t;
+    t.build();
+    const boost::dynamic_bitset<> bits = everyOtherRow();
+    for (auto _ : state)
+        t.view->setNewRowSelection(bits);
+}
+BENCHMARK(BM_SetRowSelectionScattered)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+void BM_SelectedRowsOfHalfTheSheet(benchmark::State& state)
+{
+    Table t;
+    t.build();
+    t.view->setNewRowSelection(everyOtherRow());
+    for (auto _ : state)
+        benchmark::DoNotOptimize(t.view->selectedRows(0));
+}
+BENCHMARK(BM_SelectedRowsOfHalfTheSheet)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+void BM_SelectInverse(benchmark::State& state)
+{
+    Table t;
+    t.build();
+    t.view->setNewRowSelection(everyOtherRow());
+    for (auto _ : state)
+        t.view->selectInverse();
+}
+BENCHMARK(BM_SelectInverse)->Unit(benchmark::kMillisecond)->Iterations(3);
 } // namespace
 
 int main(int argc, char** argv)
