@@ -33,6 +33,12 @@ void QSortFilterProxyVertexItemModel::clearFilterRows()
     invalidateFilter();
 }
 
+bool QSortFilterProxyVertexItemModel::isIdentity() const
+{
+    return sortColumn() < 0 && m_filterRows.isEmpty() && !m_filterEmptyCells && filterRegExp().isEmpty()
+        && sourceModel() && rowCount() == sourceModel()->rowCount();
+}
+
 void QSortFilterProxyVertexItemModel::setSourceModel(QAbstractItemModel* source)
 {
     if (sourceModel())

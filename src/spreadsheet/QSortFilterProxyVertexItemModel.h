@@ -24,6 +24,9 @@ public:
     void setFilterRows(const QList<bool>& rows);
     const QList<bool>& filterRows() const { return m_filterRows; }
     void clearFilterRows();
+    // True while view rows are source rows: nothing sorted, nothing filtered. Row selections
+    // of big sheets then skip the per-row mapping.
+    bool isIdentity() const;
 
     // Numeric columns are sorted on keys read once from the tree, not on formatted cell data.
     void sort(int column, Qt::SortOrder order = Qt::AscendingOrder) override;

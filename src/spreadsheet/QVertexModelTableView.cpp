@@ -104,6 +104,8 @@ std::vector<int> QVertexModelTableView::selectedRows(int) const
     if (columns == 0 || sourceRows == 0)
         return rows;
     QSortFilterProxyVertexItemModel* proxy = proxyModel();
+    if (proxy && proxy->isIdentity())
+        proxy = nullptr;
     // Whole rows only: count the selected cells of each source row from the selection ranges,
     // never from a list of every selected index (millions on a big sheet).
     std::vector<int> count(static_cast<std::size_t>(sourceRows), 0);
@@ -135,6 +137,8 @@ void QVertexModelTableView::setRowSelection(const boost::dynamic_bitset<>& sourc
         return;
     QSortFilterProxyVertexItemModel* proxy = proxyModel();
     QAbstractItemModel* source = proxy ? proxy->sourceModel() : m;
+    if (proxy && proxy->isIdentity())
+        proxy = nullptr;
     const std::size_t n = std::min<std::size_t>(sourceRows.size(), static_cast<std::size_t>(source->rowCount()));
     const int lastColumn = m->columnCount() - 1;
     if (n == 0 || lastColumn < 0)
