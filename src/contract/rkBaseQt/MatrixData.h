@@ -140,6 +140,18 @@ public:
 
     static QVariant::Type systemType(const QString& typeName);
     static QString systemTypeName(QVariant::Type type);
+    // Plunge and azimuth (degrees, lower hemisphere) of the line that lies in the plane of the
+    // given dip and dip direction at the given pitch. Pitch is measured in the plane from the
+    // strike end at dip direction - 90 towards the dip line, so 0 and 180 are the two strike
+    // ends and 90 is the dip line.
+    static void plungeAndAzimuth(double& plunge, double& azimuth, const double& dip, const double& dipDirection,
+                                 const double& pitch);
+    // The same, with the pitch measured from the strike end that pitchDirection names: a compass
+    // point ("N", "NE", "SSW", "north", ...) or an azimuth in degrees. The strike end nearer to it
+    // is taken; an empty, unknown or undecided direction (one at right angles to the strike)
+    // measures from dip direction - 90 as above.
+    static void plungeAndAzimuth(double& plunge, double& azimuth, const double& dip, const double& dipDirection,
+                                 const double& pitch, const QString& pitchDirection);
 
     // ---- tree ----
     QString name() const { return m_name; }
@@ -323,6 +335,9 @@ public:
 
     // Allocated rows of every cell column of a column node; the valid-row count is capped to it.
     void setAllocatedRowCount(int rows);
+    // Read-only typed storage of one cell column, for numeric walks over millions of rows that
+    // cannot afford a QVariant per cell. Null for a column that does not exist.
+    const CellColumn* cellColumn(int column) const { return cells(column); }
     // Memory held by the cells of this node (not its children).
     std::size_t cellMemoryBytes() const;
 
