@@ -546,55 +546,51 @@ std::vector<int> QDataAnalyserDialog::chartDataRows() const
 
 // Each chart's update: a guard, the wait cursor, the rows the table selects, and the hand-over
 // to the chart panel. Bar chart, histogram and rose guard on their tab even when called
-// directly, so that a selection never rebuilds a chart nobody sees; the panels that are null
-// in this window take nothing.
-void QDataAnalyserDialog::updateRelationshipData()
+// directly, so that a selection never rebuilds a chart nobody sees. tabKey is null for the
+// charts that guard on their panel instead; this window builds no chart panel yet, so the rows
+// are read and nothing takes them.
+void QDataAnalyserDialog::handOverChartRows(const char* tabKey)
 {
+    if (tabKey && !isCurrentTab(tabKey))
+        return;
     WaitCursor wait;
     const std::vector<int> rows = chartDataRows();
     Q_UNUSED(rows)
+}
+
+void QDataAnalyserDialog::updateRelationshipData()
+{
+    handOverChartRows(nullptr);
 }
 
 void QDataAnalyserDialog::updateDepthPlotData()
 {
-    // No depth panel in this window.
+    // Guarded by its panel, which this window does not have.
 }
 
 void QDataAnalyserDialog::updateHistogramData()
 {
-    if (!isCurrentTab("HISTOGRAM"))
-        return;
-    WaitCursor wait;
-    const std::vector<int> rows = chartDataRows();
-    Q_UNUSED(rows)
+    handOverChartRows("HISTOGRAM");
 }
 
 void QDataAnalyserDialog::updateRoseChartData()
 {
-    if (!isCurrentTab("ROSEPLOT"))
-        return;
-    WaitCursor wait;
-    const std::vector<int> rows = chartDataRows();
-    Q_UNUSED(rows)
+    handOverChartRows("ROSEPLOT");
 }
 
 void QDataAnalyserDialog::updateStereoChartData()
 {
-    // No stereo panel in this window.
+    // Guarded by its panel, which this window does not have.
 }
 
 void QDataAnalyserDialog::updateTangentChartData()
 {
-    // No tangent panel in this window.
+    // Guarded by its panel, which this window does not have.
 }
 
 void QDataAnalyserDialog::updateBarChart()
 {
-    if (!isCurrentTab("BARCHART"))
-        return;
-    WaitCursor wait;
-    const std::vector<int> rows = chartDataRows();
-    Q_UNUSED(rows)
+    handOverChartRows("BARCHART");
 }
 
 void QDataAnalyserDialog::updateChartDataSetSelectionBoxes()
@@ -796,10 +792,9 @@ void QDataAnalyserDialog::copyToClipboard()
     if (!m_vertexTable || !m_tabWidget || !m_tabWidget->currentWidget()
         || m_tabWidget->currentWidget()->objectName() != QLatin1String("TABLE"))
         return;
-    QItemSelectionModel* selection = m_vertexTable->selectionModel();
-    if (!selection || !selection->hasSelection())
+    if (!m_vertexTable->hasSelectedCells())
         return;
-    QModelIndexList cells = selection->selectedIndexes();
+    QModelIndexList cells = m_vertexTable->allSelectedIndexes();
     std::sort(cells.begin(), cells.end());
     // Tab-separated text of the selected block, row by row, as spreadsheets paste it.
     QString text;
@@ -984,9 +979,9 @@ void QDataAnalyserDialog::setCurrentHistogramDataSet()
 QList<QModelIndex> QDataAnalyserDialog::selectedModelCells() const
 {
     QList<QModelIndex> cells;
-    if (!m_vertexTable || !m_vertexTable->selectionModel())
+    if (!m_vertexTable)
         return cells;
-    for (const QModelIndex& cell : m_vertexTable->selectionModel()->selectedIndexes())
+    for (const QModelIndex& cell : m_vertexTable->allSelectedIndexes())
         cells.append(m_vertexTable->mapItemToSource(cell));
     return cells;
 }

@@ -188,6 +188,7 @@ private:
     void syncColumnWidths();
     bool isCurrentTab(const char* key) const;
     void runChartUpdate(int flag);
+    void handOverChartRows(const char* tabKey);
     void setAllScatMarkersVisibility(bool visible);
     void setAllDecimatedDipAzimuthMarkersVisibility(bool visible);
     void setAllTopMarkersVisibility(bool visible);
