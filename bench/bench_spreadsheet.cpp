@@ -1,6 +1,7 @@
 // The spreadsheet on a 1,000,000 x 12 sheet: building model, proxy and view and painting them
 // the first time, sorting by one column, and the memory the three add per row.
 #include <MatrixData.h>
+#include <QDataAnalyserDialog.h>
 #include <QSortFilterProxyVertexItemModel.h>
 #include <QVertexItemModel.h>
 #include <QVertexModelTableView.h>
@@ -164,6 +165,35 @@ void BM_SelectInverse(benchmark::State& state)
         t.view->selectInverse();
 }
 BENCHMARK(BM_SelectInverse)->Unit(benchmark::kMillisecond)->Iterations(3);
+// What a user waits for after such a selection: Qt's painting asks the selection model about
+// every visible cell.
+void BM_PaintAfterScatteredSelection(benchmark::State& state)
+{
+    Table t;
+    t.build();
+    t.view->setNewRowSelection(everyOtherRow());
+    t.view->scrollTo(t.proxy->index(kRows / 2, 0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(t.view->grab());
+}
+BENCHMARK(BM_PaintAfterScatteredSelection)->Unit(benchmark::kMillisecond)->Iterations(3);
+
+// A chart's selection coming back to the window: the host's signal, the table's selection and
+// the stale flags, end to end.
+void BM_DialogGraphicalSelection(benchmark::State& state)
+{
+    QDataAnalyserDialog dialog;
+    MatrixData* well = sheet()->child(0);
+    auto* copy = new MatrixData(*well, true);
+    dialog.dataRoot()->appendChild(copy, true);
+    dialog.initialize(QStringLiteral("bench"), nullptr, nullptr, Qt::Horizontal, false, true, true, true, true, true,
+                      1, false, false);
+    const boost::dynamic_bitset<> bits = everyOtherRow();
+    for (auto _ : state)
+        dialog.setNewRowSelectionFromGraphicalSelection(bits);
+    state.counters["selected"] = static_cast<double>(dialog.vertexTable()->selectedRows(0).size());
+}
+BENCHMARK(BM_DialogGraphicalSelection)->Unit(benchmark::kMillisecond)->Iterations(3);
 } // namespace
 
 int main(int argc, char** argv)

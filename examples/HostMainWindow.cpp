@@ -5,6 +5,7 @@
 #include <MatrixData.h>
 #include <MatrixDataRestore.h>
 #include <QDataAnalyserDialog.h>
+#include <QVertexModelTableView.h>
 #include <UnitRegistry.h>
 
 #include <QAction>
@@ -41,8 +42,15 @@ HostMainWindow::HostMainWindow(QWidget* parent)
     edit->addAction(QIcon(QStringLiteral(":/rkBaseQt/Resources/page_paste.png")), tr("&Paste"), this, SLOT(paste()),
                     QKeySequence::Paste);
     edit->addSeparator();
+    edit->addAction(QIcon(QStringLiteral(":/rkBaseQt/Resources/find.png")), tr("&Select Cells..."), m_analyser,
+                    SLOT(showSelectValueCellsDlg()), QKeySequence::Find);
     edit->addAction(QIcon(QStringLiteral(":/rkBaseQt/Resources/arrow_switch.png")), tr("&Invert Selection"), m_analyser,
                     SLOT(selectInverse()));
+    edit->addSeparator();
+    edit->addAction(QIcon(QStringLiteral(":/rkBaseQt/Resources/table_row_insert.png")), tr("&Insert Row"), this,
+                    SLOT(insertRow()), QKeySequence(Qt::CTRL | Qt::Key_Insert));
+    edit->addAction(QIcon(QStringLiteral(":/rkBaseQt/Resources/table_row_delete.png")), tr("&Delete Rows"), this,
+                    SLOT(deleteRows()), QKeySequence(Qt::CTRL | Qt::Key_Delete));
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
     QAction* light = view->addAction(tr("&Light mode"));
@@ -98,6 +106,20 @@ void HostMainWindow::openCsvDialog()
     const QString file = QFileDialog::getOpenFileName(this, tr("Open CSV"), QString(), tr("CSV files (*.csv);;All files (*)"));
     if (!file.isEmpty())
         openCsv(file, false);
+}
+
+void HostMainWindow::insertRow()
+{
+    m_analyser->insertAfterSelectedRow(false, false);
+}
+
+void HostMainWindow::deleteRows()
+{
+    if (m_analyser->vertexTable() && m_analyser->vertexTable()->selectedRows(0).empty()) {
+        statusBar()->showMessage(tr("Select whole rows first: click their numbers on the left."), 4000);
+        return;
+    }
+    m_analyser->removeSelectedRows(false, false);
 }
 
 void HostMainWindow::saveAs()

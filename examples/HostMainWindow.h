@@ -25,6 +25,8 @@ public:
 public slots:
     void openCsvDialog();
     void saveAs();
+    void insertRow();
+    void deleteRows();
     void undo();
     void redo();
     void copy();

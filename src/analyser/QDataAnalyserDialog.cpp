@@ -6,6 +6,7 @@
 #include <MatrixData.h>
 #include <QAttributeTreeView.h>
 #include <QFinalPolish.h>
+#include <QSelectCellsDialog.h>
 #include <QSortFilterProxyVertexItemModel.h>
 #include <QTreeItemModel.h>
 #include <QVertexItemModel.h>
@@ -26,6 +27,7 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QPixmap>
 #include <QSettings>
@@ -477,6 +479,41 @@ void QDataAnalyserDialog::markAllChartsForUpdate()
     resetChartsUpdateNeeded();
 }
 
+bool QDataAnalyserDialog::isCurrentTab(const char* key) const
+{
+    QWidget* page = m_tabWidget ? m_tabWidget->currentWidget() : nullptr;
+    return page && page->objectName() == QLatin1String(key);
+}
+
+void QDataAnalyserDialog::runChartUpdate(int flag)
+{
+    switch (flag) {
+    case 0:
+        updateRelationshipData();
+        break;
+    case 1:
+        updateBarChart();
+        break;
+    case 2:
+        updateHistogramData();
+        break;
+    case 3:
+        updateRoseChartData();
+        break;
+    case 4:
+        updateStereoChartData();
+        break;
+    case 5:
+        updateTangentChartData();
+        break;
+    case 6:
+        updateDepthPlotData();
+        break;
+    default:
+        break;
+    }
+}
+
 void QDataAnalyserDialog::slotTabWidgetChanged()
 {
     if (!m_tabWidget)
@@ -487,12 +524,73 @@ void QDataAnalyserDialog::slotTabWidgetChanged()
         return;
     const QString key = page->objectName();
     for (const ChartKey& k : kChartKeys) {
-        if (key == QLatin1String(k.key)) {
-            // The chart would be rebuilt here when its flag is set; the flag clears either way.
-            m_chartsUpdateNeeded[k.flag] = false;
-            return;
-        }
+        if (key != QLatin1String(k.key))
+            continue;
+        // Only the chart in front catches up; the others stay stale until their tabs are shown.
+        if (m_chartsUpdateNeeded[k.flag])
+            runChartUpdate(k.flag);
+        m_chartsUpdateNeeded[k.flag] = false;
+        return;
     }
+}
+
+std::vector<int> QDataAnalyserDialog::chartDataRows() const
+{
+    if (!m_vertexTable)
+        return std::vector<int>();
+    std::vector<int> rows = m_vertexTable->selectedRows(0);
+    if (rows.empty() && m_validCellsOnlyGroupBox && m_validCellsOnlyGroupBox->isChecked())
+        rows = m_vertexTable->validCellRows();
+    return rows;
+}
+
+// Each chart's update: a guard, the wait cursor, the rows the table selects, and the hand-over
+// to the chart panel. Bar chart, histogram and rose guard on their tab even when called
+// directly, so that a selection never rebuilds a chart nobody sees. tabKey is null for the
+// charts that guard on their panel instead; this window builds no chart panel yet, so the rows
+// are read and nothing takes them.
+void QDataAnalyserDialog::handOverChartRows(const char* tabKey)
+{
+    if (tabKey && !isCurrentTab(tabKey))
+        return;
+    WaitCursor wait;
+    const std::vector<int> rows = chartDataRows();
+    Q_UNUSED(rows)
+}
+
+void QDataAnalyserDialog::updateRelationshipData()
+{
+    handOverChartRows(nullptr);
+}
+
+void QDataAnalyserDialog::updateDepthPlotData()
+{
+    // Guarded by its panel, which this window does not have.
+}
+
+void QDataAnalyserDialog::updateHistogramData()
+{
+    handOverChartRows("HISTOGRAM");
+}
+
+void QDataAnalyserDialog::updateRoseChartData()
+{
+    handOverChartRows("ROSEPLOT");
+}
+
+void QDataAnalyserDialog::updateStereoChartData()
+{
+    // Guarded by its panel, which this window does not have.
+}
+
+void QDataAnalyserDialog::updateTangentChartData()
+{
+    // Guarded by its panel, which this window does not have.
+}
+
+void QDataAnalyserDialog::updateBarChart()
+{
+    handOverChartRows("BARCHART");
 }
 
 void QDataAnalyserDialog::updateChartDataSetSelectionBoxes()
@@ -546,6 +644,10 @@ void QDataAnalyserDialog::setFilterKeyColumn()
     WaitCursor wait;
     m_proxyModel->setFilterEmptyCells(m_validCellsOnlyGroupBox->isChecked());
     m_proxyModel->setFilterKeyColumn(std::abs(m_filterComboBox->currentData().toInt()));
+    // The orientation and cross-plot panels show only the valid rows (1) or highlight the
+    // selection among all rows (2); none is built into this window yet.
+    resetChartsUpdateNeeded();
+    slotTabWidgetChanged();
 }
 
 void QDataAnalyserDialog::updateAllViews(bool wellMarkerMode, bool emitSignalDataModified)
@@ -560,7 +662,13 @@ void QDataAnalyserDialog::updateAllViews(bool wellMarkerMode, bool emitSignalDat
     m_treeView->clearSelection();
     m_treeView->updateView();
     m_treeView->expandAll();
-    untickHiddenColumns(wellMarkerMode);
+    for (MatrixData* leaf : m_dataRoot ? m_dataRoot->leafs() : QList<MatrixData*>()) {
+        const QString name = leaf->name();
+        if (name == QLatin1String("Dip Data Symbol Style")
+            || (wellMarkerMode
+                && (name == QLatin1String("X(East)") || name == QLatin1String("Y(North)") || name == QLatin1String("Z"))))
+            leaf->setSelected(false, false);
+    }
     m_vertexTable->updateView();
     m_minMaxVertexTable->updateView();
     m_vertexTable->slotClearSelection();
@@ -584,6 +692,7 @@ void QDataAnalyserDialog::updateTableViews()
     m_vertexTable->clearSelection();
     m_vertexTable->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
     emit m_vertexTable->verteciesSelected(std::vector<int>());
+    m_vertexTable->turnOffSelectionRectangle();
     m_vertexTable->viewport()->update();
 }
 
@@ -598,12 +707,10 @@ void QDataAnalyserDialog::updateCellView()
     m_minMaxVertexTable->updateView();
     resetChartsUpdateNeeded();
     // Rows come back three above where they were: hosts rely on this long-standing offset.
-    std::vector<int> shifted;
-    shifted.reserve(rows.size());
+    m_vertexTable->setSelectionMode(QAbstractItemView::MultiSelection);
     for (int r : rows)
-        if (r - 3 >= 0)
-            shifted.push_back(r - 3);
-    m_vertexTable->setRowSelection(shifted);
+        m_vertexTable->selectTableRow(r - 3);
+    m_vertexTable->setSelectionMode(QAbstractItemView::ExtendedSelection);
     slotTabWidgetChanged();
 }
 
@@ -616,20 +723,28 @@ void QDataAnalyserDialog::checkResetChartsUpdateNeeded()
 {
     if (!m_vertexTable)
         return;
-    // No cross plot yet: its selection is empty, so any table selection differs in length.
-    if (!m_vertexTable->selectedRows(0).empty())
+    // Lengths only: a new selection of the same size leaves the charts as they are. The cross
+    // plot's selection is empty while this window has no cross plot.
+    const std::vector<int> table = m_vertexTable->selectedRows(0);
+    const std::vector<int> crossPlot;
+    if (table.size() != crossPlot.size())
         resetChartsUpdateNeeded();
 }
 
 void QDataAnalyserDialog::setNewRowSelectionFromGraphicalSelection(const boost::dynamic_bitset<>& rows)
 {
     if (m_vertexTable) {
-        std::vector<int> list;
-        list.reserve(rows.count());
-        for (auto r = rows.find_first(); r != boost::dynamic_bitset<>::npos; r = rows.find_next(r))
-            list.push_back(static_cast<int>(r));
-        emit m_vertexTable->verteciesSelected(list);
-        m_vertexTable->setRowSelection(list);
+        m_vertexTable->slotRowsSelected(rows);
+        m_vertexTable->setNewRowSelection(rows);
+        resetChartsUpdateNeeded();
+    }
+}
+
+void QDataAnalyserDialog::setNewRowSelectionFromGraphicalStressAnalysisSelection(const boost::dynamic_bitset<>& rows)
+{
+    if (m_vertexTable) {
+        m_vertexTable->slotRowsSelected(rows);
+        m_vertexTable->setNewRowSelection(rows);
     }
     resetChartsUpdateNeeded();
 }
@@ -677,10 +792,9 @@ void QDataAnalyserDialog::copyToClipboard()
     if (!m_vertexTable || !m_tabWidget || !m_tabWidget->currentWidget()
         || m_tabWidget->currentWidget()->objectName() != QLatin1String("TABLE"))
         return;
-    QItemSelectionModel* selection = m_vertexTable->selectionModel();
-    if (!selection || !selection->hasSelection())
+    if (!m_vertexTable->hasSelectedCells())
         return;
-    QModelIndexList cells = selection->selectedIndexes();
+    QModelIndexList cells = m_vertexTable->allSelectedIndexes();
     std::sort(cells.begin(), cells.end());
     // Tab-separated text of the selected block, row by row, as spreadsheets paste it.
     QString text;
@@ -770,7 +884,66 @@ bool QDataAnalyserDialog::slotSaveAs()
 
 void QDataAnalyserDialog::showSelectValueCellsDlg()
 {
-    // The select-cells dialog arrives with the selection tools.
+    if (!m_selectCellsDialog) {
+        m_selectCellsDialog = new QSelectCellsDialog(tr("Select Cell(s)"), false, this, Qt::Tool);
+        connect(m_selectCellsDialog, SIGNAL(clicked()), this, SLOT(accept_SelectValueCellsDlg()));
+        connect(m_selectCellsDialog, SIGNAL(clearSelection()), this, SLOT(accept_ClearSelection()));
+        if (m_vertexTable)
+            connect(m_selectCellsDialog, SIGNAL(clearFilterSelectedRows()), m_vertexTable, SLOT(slotClearFilterSelectedRows()));
+        connect(m_selectCellsDialog, SIGNAL(nextItem(bool)), this, SLOT(slotScrollToNextSelectedItem(bool)));
+        connect(m_selectCellsDialog, SIGNAL(previousItem(bool)), this, SLOT(slotScrollToPreviousSelectedItem(bool)));
+    }
+    m_selectCellsDialog->show();
+    m_selectCellsDialog->raise();
+}
+
+bool QDataAnalyserDialog::hideSelectValueCellsDlg()
+{
+    if (!m_selectCellsDialog || !m_selectCellsDialog->isVisible())
+        return false;
+    m_selectCellsDialog->hide();
+    return true;
+}
+
+void QDataAnalyserDialog::accept_SelectValueCellsDlg()
+{
+    if (!m_selectCellsDialog || !m_vertexTable)
+        return;
+    WaitCursor wait;
+    resetChartsUpdateNeeded();
+    m_vertexTable->turnOffSelectionRectangle();
+    QSelectCellsDialog* d = m_selectCellsDialog;
+    const bool show = d->showSelectedTableCells();
+    int count = 0;
+    if (d->isColumnSelection())
+        count = m_vertexTable->selectColumnCells(d->columnFrom(), d->columnTo(), d->keepPreviousSelection(), show);
+    else
+        count = m_vertexTable->selectCells(d->value1(), d->value2(), d->method(), d->isRowSelection(),
+                                           d->keepPreviousSelection(), show);
+    if (show && m_proxyModel)
+        m_proxyModel->setFilterKeyColumn(0);
+    d->setNumberOfSelectedCells(count);
+    d->setRowNumberText(m_vertexTable->scrollToNextSelectedItem(d->isRowSelection()));
+    m_vertexTable->slotVertexSelected();
+    slotTabWidgetChanged();
+}
+
+void QDataAnalyserDialog::slotScrollToNextSelectedItem(bool rowMode)
+{
+    if (!m_vertexTable)
+        return;
+    const QString text = m_vertexTable->scrollToNextSelectedItem(rowMode);
+    if (m_selectCellsDialog)
+        m_selectCellsDialog->setRowNumberText(text);
+}
+
+void QDataAnalyserDialog::slotScrollToPreviousSelectedItem(bool rowMode)
+{
+    if (!m_vertexTable)
+        return;
+    const QString text = m_vertexTable->scrollToPreviousSelectedItem(rowMode);
+    if (m_selectCellsDialog)
+        m_selectCellsDialog->setRowNumberText(text);
 }
 
 void QDataAnalyserDialog::selectInverse()
@@ -778,33 +951,188 @@ void QDataAnalyserDialog::selectInverse()
     if (!m_vertexTable || !m_vertexTable->model())
         return;
     WaitCursor wait;
-    const std::vector<int> selected = m_vertexTable->selectedRows(0);
-    std::vector<int> inverse;
-    const int rows = m_vertexItemModel->rowCount();
-    inverse.reserve(static_cast<std::size_t>(std::max(0, rows - static_cast<int>(selected.size()))));
-    std::size_t k = 0;
-    for (int r = 0; r < rows; ++r) {
-        if (k < selected.size() && selected[k] == r) {
-            ++k;
-            continue;
-        }
-        inverse.push_back(r);
-    }
-    m_vertexTable->setRowSelection(inverse);
-    resetChartsUpdateNeeded();
+    m_vertexTable->selectInverse();
     slotTabWidgetChanged();
 }
 
 void QDataAnalyserDialog::accept_ClearSelection()
 {
+    WaitCursor wait;
+    resetChartsUpdateNeeded();
     if (m_vertexTable)
         m_vertexTable->slotClearSelection();
-    resetChartsUpdateNeeded();
+    if (m_selectCellsDialog) {
+        m_selectCellsDialog->setNumberOfSelectedCells(0);
+        m_selectCellsDialog->setRowNumberText(QString());
+    }
+    slotTabWidgetChanged();
 }
 
 void QDataAnalyserDialog::setCurrentHistogramDataSet()
 {
-    // The histogram panel takes the tree's first selection here once it exists.
+    // The histogram panel takes the tree's first selection by name; without one there is
+    // nothing to hand over.
+    if (isCurrentTab("HISTOGRAM"))
+        updateHistogramData();
+}
+
+QList<QModelIndex> QDataAnalyserDialog::selectedModelCells() const
+{
+    QList<QModelIndex> cells;
+    if (!m_vertexTable)
+        return cells;
+    for (const QModelIndex& cell : m_vertexTable->allSelectedIndexes())
+        cells.append(m_vertexTable->mapItemToSource(cell));
+    return cells;
+}
+
+QList<QModelIndex> QDataAnalyserDialog::selectedModelIndices() const
+{
+    QList<QModelIndex> cells;
+    if (!m_vertexTable || !m_vertexItemModel)
+        return cells;
+    // The whole rows, read from the table's row counts rather than Qt's selectedRows(), whose
+    // cost grows with the square of the selection.
+    for (int r : m_vertexTable->selectedRows(0))
+        cells.append(m_vertexItemModel->index(r, 0));
+    return cells;
+}
+
+int QDataAnalyserDialog::insertAfterSelectedRow(bool wellMarkerMode, bool dipMode)
+{
+    if (!m_vertexItemModel || !m_dataRoot)
+        return -1;
+    const std::vector<int> selected = m_vertexTable ? m_vertexTable->selectedRows(0) : std::vector<int>();
+    int row = -1;
+    if (selected.empty()) {
+        row = m_dataRoot->insertRowAtPos(-1);
+    } else {
+        QList<int> rows;
+        rows.reserve(static_cast<int>(selected.size()));
+        for (int r : selected)
+            rows.append(r);
+        const bool marker = wellMarkerMode || dipMode;
+        const bool before = marker || (QGuiApplication::keyboardModifiers() & Qt::ControlModifier);
+        row = m_dataRoot->insertRowsAtPos(rows, before, marker);
+    }
+    m_vertexItemModel->updateModel(-1, std::vector<int>());
+    updateAllViews(wellMarkerMode, true);
+    return row;
+}
+
+void QDataAnalyserDialog::removeSelectedRows(bool wellMarkerMode, bool dipMode)
+{
+    if (!m_vertexItemModel || !m_dataRoot)
+        return;
+    const bool marker = wellMarkerMode || dipMode;
+    const std::vector<int> selected = m_vertexTable ? m_vertexTable->selectedRows(0) : std::vector<int>();
+    if (marker && selected.empty()) {
+        QMessageBox::information(this, tr("Information"),
+                                 wellMarkerMode
+                                     ? tr("No marker data has been selected.\n Please select Marker data row first.")
+                                     : tr("No point / dip data has been selected.\n Please select point / dip data row first."));
+        return;
+    }
+    QList<int> rows;
+    rows.reserve(static_cast<int>(selected.size()));
+    for (auto it = selected.rbegin(); it != selected.rend(); ++it)
+        rows.append(*it);
+    if (marker)
+        std::sort(rows.begin(), rows.end(), std::greater<int>());
+    m_dataRoot->removeRowsFromEachColumn(rows, marker);
+    m_vertexItemModel->updateModel(-1, std::vector<int>());
+    m_vertexItemModel->setModified(true);
+    updateAllViews(wellMarkerMode, true);
+}
+
+void QDataAnalyserDialog::removeAllRows()
+{
+    if (!m_dataRoot)
+        return;
+    m_dataRoot->removeRowsFromEachColumn();
+    if (m_vertexItemModel)
+        m_vertexItemModel->updateModel(-1, std::vector<int>());
+    updateAllViews(false, true);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Marker visibility ("$V": one Bool per row)
+
+void QDataAnalyserDialog::setMarkerVisibility(bool all, bool scat, bool decimated, bool top, bool fault, bool visible)
+{
+    MatrixData* v = m_dataRoot ? m_dataRoot->getNodeFromName(QStringLiteral("$V")) : nullptr;
+    if (!v)
+        return;
+    if (all) {
+        v->setDefaultValue1(QVariant(visible));
+        return;
+    }
+    v->setDefaultValue1(QVariant(false));
+    if (scat)
+        setAllScatMarkersVisibility(visible);
+    if (decimated)
+        setAllDecimatedDipAzimuthMarkersVisibility(visible);
+    if (top) {
+        setAllTypeMarkersVisibility(QStringLiteral("Top"), visible);
+        setAllTopMarkersVisibility(visible);
+    }
+    if (fault)
+        setAllTypeMarkersVisibility(QStringLiteral("Fault"), visible);
+}
+
+// The helpers below make passing rows visible whatever their second argument says: a kind that
+// is asked for is shown, and every other row was hidden just before.
+void QDataAnalyserDialog::setAllScatMarkersVisibility(bool)
+{
+    MatrixData* v = m_dataRoot->getNodeFromName(QStringLiteral("$V"));
+    MatrixData* scat = m_dataRoot->getNodeFromName(QStringLiteral("SCAT"));
+    if (!v || !scat)
+        return;
+    for (int r = 0; r < scat->rowCount(); ++r)
+        if (scat->isValueValid(r, 0) && scat->value(r, 0).toBool())
+            v->setValue(r, 0, QVariant(true));
+}
+
+void QDataAnalyserDialog::setAllDecimatedDipAzimuthMarkersVisibility(bool)
+{
+    MatrixData* v = m_dataRoot->getNodeFromName(QStringLiteral("$V"));
+    MatrixData* dip = m_dataRoot->getNodeFromName(QStringLiteral("Decimated:dip"));
+    MatrixData* azimuth = m_dataRoot->getNodeFromName(QStringLiteral("Decimated:azimuth"));
+    if (!dip || !azimuth) {
+        dip = m_dataRoot->getNodeFromName(QStringLiteral("dip"));
+        azimuth = m_dataRoot->getNodeFromName(QStringLiteral("azimuth"));
+    }
+    if (!v || !dip || !azimuth)
+        return;
+    const int rows = std::min(dip->rowCount(), azimuth->rowCount());
+    for (int r = 0; r < rows; ++r)
+        if (dip->isValueValid(r, 0) && azimuth->isValueValid(r, 0))
+            v->setValue(r, 0, QVariant(true));
+}
+
+void QDataAnalyserDialog::setAllTopMarkersVisibility(bool)
+{
+    MatrixData* v = m_dataRoot->getNodeFromName(QStringLiteral("$V"));
+    MatrixData* dip = m_dataRoot->getNodeFromName(QStringLiteral("dip"));
+    MatrixData* azimuth = m_dataRoot->getNodeFromName(QStringLiteral("azimuth"));
+    MatrixData* horizon = m_dataRoot->getNodeFromName(QStringLiteral("Horizon"));
+    if (!v || !dip || !azimuth || !horizon)
+        return;
+    for (int r = 0; r < horizon->rowCount(); ++r)
+        if (!dip->isValueValid(r, 0) && !azimuth->isValueValid(r, 0) && horizon->isValueValid(r, 0)
+            && !horizon->value(r, 0).toString().isEmpty())
+            v->setValue(r, 0, QVariant(true));
+}
+
+void QDataAnalyserDialog::setAllTypeMarkersVisibility(const QString& type, bool)
+{
+    MatrixData* v = m_dataRoot->getNodeFromName(QStringLiteral("$V"));
+    MatrixData* types = m_dataRoot->getNodeFromName(QStringLiteral("Type"));
+    if (!v || !types)
+        return;
+    for (int r = 0; r < types->rowCount(); ++r)
+        if (types->value(r, 0).toString() == type)
+            v->setValue(r, 0, QVariant(true));
 }
 
 void QDataAnalyserDialog::clearAllSelections()

@@ -4,6 +4,8 @@
 // Chart panels are optional; every use of one tests it for null, so the window also works with
 // the table alone.
 
+#include <QList>
+#include <QModelIndex>
 #include <QString>
 #include <QWidget>
 
@@ -24,6 +26,7 @@ class DisplayUnitManager;
 class MatrixData;
 class QAttributeTreeView;
 class QRelationshipItemModel;
+class QSelectCellsDialog;
 class QSortFilterProxyVertexItemModel;
 class QTreeItemModel;
 class QVertexItemModel;
@@ -106,6 +109,21 @@ public:
     std::vector<char> saveMask() const;
     bool saveCSV(const QString& fileName);
 
+    // The rows a chart is handed: the table's selected rows; with none selected, all rows (an
+    // empty list), or under "Show Valid Cells only" the rows that filter shows.
+    std::vector<int> chartDataRows() const;
+    // Source-model cells of the table's selection, and the first cell of each selected row.
+    QList<QModelIndex> selectedModelCells() const;
+    QList<QModelIndex> selectedModelIndices() const;
+    // Returns the first row inserted, or -1 without a table.
+    int insertAfterSelectedRow(bool wellMarkerMode, bool dipMode);
+    void removeSelectedRows(bool wellMarkerMode, bool dipMode);
+    void removeAllRows();
+    bool hideSelectValueCellsDlg();
+    QSelectCellsDialog* selectCellsDialog() const { return m_selectCellsDialog; }
+    // Shows or hides rows of the "$V" visibility column by the kinds of marker they hold.
+    void setMarkerVisibility(bool all, bool scat, bool decimated, bool top, bool fault, bool visible);
+
 public slots:
     virtual void updateChartDataSetSelectionBox(int collection);
     virtual void hide();
@@ -123,6 +141,14 @@ public slots:
     void initializeFieldDataSheet(bool createDefaultLine);
     void checkResetChartsUpdateNeeded();
     void setNewRowSelectionFromGraphicalSelection(const boost::dynamic_bitset<>& rows);
+    void setNewRowSelectionFromGraphicalStressAnalysisSelection(const boost::dynamic_bitset<>& rows);
+    void updateRelationshipData();
+    void updateDepthPlotData();
+    void updateHistogramData();
+    void updateRoseChartData();
+    void updateStereoChartData();
+    void updateTangentChartData();
+    void updateBarChart();
     void slotDataModified(bool modified);
     void onDataModifiedTableMinMax(bool modified);
     void sortingPerformed();
@@ -131,6 +157,9 @@ public slots:
     void pasteFromClipboard();
     bool slotSaveAs();
     void showSelectValueCellsDlg();
+    void accept_SelectValueCellsDlg();
+    void slotScrollToNextSelectedItem(bool rowMode);
+    void slotScrollToPreviousSelectedItem(bool rowMode);
     void selectInverse();
     void accept_ClearSelection();
     void setCurrentHistogramDataSet();
@@ -157,6 +186,13 @@ private:
     void untickHiddenColumns(bool hideCoordinates);
     // The min/max table shows the sheet's headers: give its columns the sheet's widths.
     void syncColumnWidths();
+    bool isCurrentTab(const char* key) const;
+    void runChartUpdate(int flag);
+    void handOverChartRows(const char* tabKey);
+    void setAllScatMarkersVisibility(bool visible);
+    void setAllDecimatedDipAzimuthMarkersVisibility(bool visible);
+    void setAllTopMarkersVisibility(bool visible);
+    void setAllTypeMarkersVisibility(const QString& type, bool visible);
 
     bool m_resetSplittersOnResize = true;
     bool m_splitterResetPending = true;
@@ -185,6 +221,7 @@ private:
     QString m_settingsGroup;
     QString m_settingsMainGroup;
     QMenu* m_tableMenu = nullptr;
+    QSelectCellsDialog* m_selectCellsDialog = nullptr;
 };
 
 } // namespace rkBase

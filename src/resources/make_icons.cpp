@@ -129,6 +129,78 @@ void cursors(QPainter& p)
     p.setBrush(Qt::NoBrush);
     p.drawEllipse(QPointF(8, 8), 2.2, 2.2);
 }
+// Signs of the select-cells conditions: a dark glyph on a pale key, as the silk set draws text.
+void signKey(QPainter& p)
+{
+    p.setPen(QPen(kOutline.lighter(140), 0.8));
+    p.setBrush(QColor(245, 246, 250));
+    p.drawRoundedRect(QRectF(0.5, 0.5, 15, 15), 2.5, 2.5);
+    p.setPen(QPen(kBlue.darker(130), 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    p.setBrush(Qt::NoBrush);
+}
+
+void angle(QPainter& p, bool opensRight, double dy)
+{
+    const double tip = opensRight ? 4.5 : 11.5, open = opensRight ? 11.5 : 4.5;
+    p.drawPolyline(QPolygonF({QPointF(open, 3.5 + dy), QPointF(tip, 7 + dy), QPointF(open, 10.5 + dy)}));
+}
+
+void underline(QPainter& p) { p.drawLine(QPointF(4.5, 12.5), QPointF(11.5, 12.5)); }
+
+void equalThan(QPainter& p)
+{
+    signKey(p);
+    p.drawLine(QPointF(4, 6), QPointF(12, 6));
+    p.drawLine(QPointF(4, 10), QPointF(12, 10));
+}
+void lessThan(QPainter& p) { signKey(p); angle(p, true, 1); }
+void lessEqualThan(QPainter& p) { signKey(p); angle(p, true, -1); underline(p); }
+void greaterThan(QPainter& p) { signKey(p); angle(p, false, 1); }
+void greaterEqualThan(QPainter& p) { signKey(p); angle(p, false, -1); underline(p); }
+
+void betweenBars(QPainter& p)
+{
+    p.drawLine(QPointF(3, 3.5), QPointF(3, 12.5));
+    p.drawLine(QPointF(13, 3.5), QPointF(13, 12.5));
+    p.setPen(QPen(kOrange, 1.5, Qt::SolidLine, Qt::RoundCap));
+}
+void between(QPainter& p)
+{
+    signKey(p);
+    betweenBars(p);
+    p.drawLine(QPointF(5.5, 8), QPointF(10.5, 8));
+}
+void betweenEqual(QPainter& p)
+{
+    signKey(p);
+    betweenBars(p);
+    p.drawLine(QPointF(4.5, 6.5), QPointF(11.5, 6.5));
+    p.drawLine(QPointF(4.5, 9.5), QPointF(11.5, 9.5));
+}
+
+// Cursor bitmaps are monochrome BMPs, 32x32 with the hot spot in the middle: a bitmap where
+// black is drawn, and a mask that also covers a one-pixel white halo so the cross shows on any
+// cell colour.
+QImage crossBitmap(int arm, bool mask)
+{
+    QImage image(32, 32, QImage::Format_Mono);
+    image.fill(0);
+    for (int d = -arm; d <= arm; ++d) {
+        for (int w = mask ? -1 : 0; w <= (mask ? 1 : 0); ++w) {
+            image.setPixel(16 + d, 16 + w, 1);
+            image.setPixel(16 + w, 16 + d, 1);
+        }
+    }
+    if (mask) {
+        for (int w = -1; w <= 1; ++w) {
+            image.setPixel(16 - arm - 1, 16 + w, 1);
+            image.setPixel(16 + arm + 1, 16 + w, 1);
+            image.setPixel(16 + w, 16 - arm - 1, 1);
+            image.setPixel(16 + w, 16 + arm + 1, 1);
+        }
+    }
+    return image;
+}
 } // namespace
 
 int main(int argc, char** argv)
@@ -139,7 +211,11 @@ int main(int argc, char** argv)
         const char* name;
         void (*draw)(QPainter&);
     } icons[] = {{"histogram", histogram}, {"cross_plot", crossPlot},     {"rose_plot", rosePlot}, {"stereo_plot", stereoPlot},
-                 {"tangent_plot", tangentPlot}, {"well_log_plot", wellLogPlot}, {"cursors", cursors}};
+                 {"tangent_plot", tangentPlot}, {"well_log_plot", wellLogPlot}, {"cursors", cursors},
+                 {"mathSign_EqualThan", equalThan}, {"mathSign_lessThan", lessThan},
+                 {"mathSign_lessEqualThan", lessEqualThan}, {"mathSign_GreaterThan", greaterThan},
+                 {"mathSign_GreaterEqualThan", greaterEqualThan}, {"mathSign_Between", between},
+                 {"mathSign_BetweenEqual", betweenEqual}};
     for (const auto& icon : icons) {
         QImage image = canvas();
         QPainter p(&image);
@@ -149,5 +225,14 @@ int main(int argc, char** argv)
         if (!image.save(dir + QLatin1Char('/') + QLatin1String(icon.name) + QStringLiteral(".png")))
             return 1;
     }
+    const struct {
+        const char* name;
+        int arm;
+        bool mask;
+    } cursors[] = {{"CrossCursor", 7, false}, {"CrossCursorMask", 7, true}, {"BigCrossCursor", 12, false},
+                   {"BigCrossCursorMask", 12, true}};
+    for (const auto& c : cursors)
+        if (!crossBitmap(c.arm, c.mask).save(dir + QLatin1Char('/') + QLatin1String(c.name) + QStringLiteral(".bmp")))
+            return 1;
     return 0;
 }

@@ -3,6 +3,7 @@
 #include <DisplayUnitManager.h>
 #include <MatrixData.h>
 #include <MatrixDataRestore.h>
+#include <MatrixDataRestoreProxy.h>
 #include <UnitManager.h>
 #include <UnitRegistry.h>
 
@@ -352,6 +353,76 @@ QVariant QVertexItemModel::headerData(int section, Qt::Orientation orientation, 
     else
         text += name;
     return text;
+}
+
+bool QVertexItemModel::isCellConditionSatisfied(const QModelIndex& cell, const QVariant& value1, const QVariant& value2,
+                                                QSelectCellsDialog::SelectMethod method) const
+{
+    if (!cell.isValid())
+        return false;
+    const QString shown = data(cell, Qt::DisplayRole).toString();
+    if (shown.isEmpty())
+        return false;
+    bool ok = false;
+    const double v = shown.toDouble(&ok);
+    if (!ok)
+        return false;
+    return QSelectCellsDialog::isSatisfied(v, value1.toDouble(), value2.toDouble(), method);
+}
+
+QModelIndex QVertexItemModel::isCellConditionSatisfied(int row, int column, const QVariant& value1,
+                                                       const QVariant& value2, QSelectCellsDialog::SelectMethod method) const
+{
+    const QModelIndex cell = index(row, column);
+    return isCellConditionSatisfied(cell, value1, value2, method) ? cell : QModelIndex();
+}
+
+bool QVertexItemModel::clearData(const QModelIndexList& cells, const QVariant& value)
+{
+    if (cells.isEmpty())
+        return false;
+    auto proxy = std::make_unique<MatrixDataRestoreProxy>(QStringLiteral("Clear Cells"));
+    const bool blanking = !value.isValid() || value.toString().isEmpty();
+    bool changed = false;
+    for (const QModelIndex& cell : cells) {
+        MatrixData* node = cell.isValid() ? nodeFromIndex(cell) : nullptr;
+        if (!node || !node->isNodeEditable())
+            continue;
+        if (!proxy->parent())
+            proxy->setParent(node->parent());
+        if (blanking && !node->nodeCanBeBlank())
+            continue;
+        const int r = row(cell);
+        const QVariant old = node->value(r, 0);
+        if (blanking) {
+            const QString oldText = data(cell, Qt::DisplayRole).toString();
+            if (oldText.isEmpty())
+                continue;
+            if (m_withUndoRedo) {
+                auto* restore = new MatrixDataRestore(node, QStringLiteral("Clear Cell: value=") + oldText
+                                                                + QStringLiteral(", row=") + QString::number(cell.row() + 1)
+                                                                + QStringLiteral(", column=") + node->name(),
+                                                      false);
+                restore->dataStore(r, old);
+                proxy->addToList(restore, node);
+            }
+        }
+        node->setValue(r, 0, value);
+        node->setMinMax(0, boost::dynamic_bitset<>());
+        changed = true;
+    }
+    if (!changed)
+        return false;
+    if (m_withUndoRedo && m_dataRoot && proxy->size() > 0) {
+        if (proxy->size() == 1)
+            m_dataRoot->appendUndoAction(proxy->firstNode(), true);
+        else
+            m_dataRoot->appendUndoAction(proxy.release(), true);
+    }
+    emit dataChanged(cells.first(), cells.first());
+    setModified(true);
+    emit dataModified(true);
+    return true;
 }
 
 void QVertexItemModel::pushUndo(MatrixData* node, const QString& text, int row, const QVariant& old)

@@ -3,6 +3,8 @@
 // record. It owns no cell: reads and writes go to MatrixData, converted between stored model
 // units and the units the user sees, and every edit leaves an undo record on the root.
 
+#include "QSelectCellsDialog.h"
+
 #include <QAbstractItemModel>
 #include <QString>
 
@@ -47,6 +49,17 @@ public:
     void getMinMaxRange(double& min, double& max);
     void getStackedMinMaxRange(double& min, double& max);
     QString convertInStringValue(MatrixData* node, const QVariant& value, int role) const;
+
+    // Tests the value a cell shows (display units, rounded as shown); a blank cell or text that
+    // is no number never matches.
+    bool isCellConditionSatisfied(const QModelIndex& cell, const QVariant& value1, const QVariant& value2,
+                                  QSelectCellsDialog::SelectMethod method) const;
+    // The cell's index when it matches, else an invalid index.
+    QModelIndex isCellConditionSatisfied(int row, int column, const QVariant& value1, const QVariant& value2,
+                                         QSelectCellsDialog::SelectMethod method) const;
+    // Writes value into every editable cell listed (an invalid value blanks them), as one undo
+    // action. False when nothing changed.
+    bool clearData(const QModelIndexList& cells, const QVariant& value);
 
     void enableUndoRedo(bool on) { m_withUndoRedo = on; }
     bool withUndoRedo() const { return m_withUndoRedo; }

@@ -2,6 +2,7 @@
 #include <MatrixData.h>
 #include <QAttributeTreeView.h>
 #include <QDataAnalyserDialog.h>
+#include <QSelectCellsDialog.h>
 #include <QSortFilterProxyVertexItemModel.h>
 #include <QVertexItemModel.h>
 #include <QVertexMinMaxItemModel.h>
@@ -12,9 +13,11 @@
 #include <QtTest>
 
 #include <QAction>
+#include <QComboBox>
 #include <QFrame>
 #include <QGroupBox>
 #include <QMenu>
+#include <QMessageBox>
 #include <QSettings>
 #include <QSplitter>
 #include <QTemporaryDir>
@@ -69,6 +72,17 @@ private slots:
     void settings();
     void graphicalSelection();
     void staleFlags();
+    void selectionMarksEveryChart();
+    void chartRows_data();
+    void chartRows();
+    void insertAndRemoveRows_data();
+    void insertAndRemoveRows();
+    void removeWithoutSelectionWarns_data();
+    void removeWithoutSelectionWarns();
+    void markerVisibility_data();
+    void markerVisibility();
+    void selectCellsDialog();
+    void cellViewKeepsItsOffset();
 };
 
 void TestDataAnalyserDialog::init()
@@ -202,7 +216,10 @@ void TestDataAnalyserDialog::saveAs()
     QFETCH(int, lines);
     UnitRegistry registry;
     auto d = makeDialog(registry);
-    d->vertexTable()->setRowSelection(std::vector<int>(selected.begin(), selected.end()));
+    boost::dynamic_bitset<> bits(32);
+    for (int r : selected)
+        bits.set(static_cast<std::size_t>(r));
+    d->vertexTable()->setRowSelection(bits);
     QTemporaryDir dir;
     QVERIFY(d->saveCSV(dir.filePath(QStringLiteral("sheet"))));
     QCOMPARE(d->fileName(), QStringLiteral("sheet.csv"));
@@ -266,6 +283,248 @@ void TestDataAnalyserDialog::staleFlags()
     d->tabWidget()->setCurrentWidget(rose);
     QVERIFY(!d->chartUpdateNeeded(3)); // the rose caught up when shown
     QVERIFY(d->chartUpdateNeeded(4));  // the stereonet, unseen, is still stale
+}
+
+void TestDataAnalyserDialog::selectionMarksEveryChart()
+{
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    const char* keys[] = {"BARCHART", "HISTOGRAM", "CROSSPLOT", "ROSEPLOT", "STEREOPLOT", "TANGENTPLOT", "WELLLOGPLOT"};
+    for (const char* key : keys)
+        d->tabWidget()->setCurrentWidget(addPage(*d, QLatin1String(key)));
+    d->tabWidget()->setCurrentIndex(0); // back to the table
+    for (int f = 0; f < 7; ++f)
+        QVERIFY(!d->chartUpdateNeeded(f));
+    // A click that selects nothing leaves the charts alone; one that selects rows marks them.
+    d->checkResetChartsUpdateNeeded();
+    QVERIFY(!d->chartUpdateNeeded(0));
+    d->vertexTable()->selectRow(2);
+    d->checkResetChartsUpdateNeeded();
+    for (int f = 0; f < 7; ++f)
+        QVERIFY(d->chartUpdateNeeded(f));
+    // From a chart, with the table in front: every chart is stale, none rebuilt yet.
+    for (int i = 1; i < d->tabWidget()->count(); ++i)
+        d->tabWidget()->setCurrentIndex(i);
+    d->tabWidget()->setCurrentIndex(0);
+    boost::dynamic_bitset<> bits(20);
+    bits.set(7);
+    d->setNewRowSelectionFromGraphicalSelection(bits);
+    for (int f = 0; f < 7; ++f)
+        QVERIFY(d->chartUpdateNeeded(f));
+    QCOMPARE(d->vertexTable()->selectedRows(0), std::vector<int>{7});
+}
+
+void TestDataAnalyserDialog::chartRows_data()
+{
+    QTest::addColumn<QList<int>>("selected");
+    QTest::addColumn<bool>("validOnly");
+    QTest::addColumn<int>("rows");
+    QTest::newRow("no selection: all rows, as an empty list") << QList<int>{} << false << 0;
+    QTest::newRow("selected rows") << QList<int>{3, 4} << false << 2;
+    QTest::newRow("no selection, valid cells only: the rows shown") << QList<int>{} << true << 4;
+    QTest::newRow("selection wins over the filter") << QList<int>{1} << true << 1;
+}
+
+void TestDataAnalyserDialog::chartRows()
+{
+    QFETCH(QList<int>, selected);
+    QFETCH(bool, validOnly);
+    QFETCH(int, rows);
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    // Filter on "Color", which holds four cells.
+    const int colorEntry = d->filterComboBox()->findText(QStringLiteral("Color"));
+    QVERIFY(colorEntry >= 0);
+    d->filterComboBox()->setCurrentIndex(colorEntry);
+    d->validCellsOnlyGroupBox()->setChecked(validOnly);
+    d->setFilterKeyColumn();
+    boost::dynamic_bitset<> bits(20);
+    for (int r : selected)
+        bits.set(static_cast<std::size_t>(r));
+    d->vertexTable()->setNewRowSelection(bits);
+    const std::vector<int> got = d->chartDataRows();
+    QCOMPARE(static_cast<int>(got.size()), rows);
+    if (validOnly && selected.isEmpty())
+        QCOMPARE(got, (std::vector<int>{1, 2, 5, 8}));
+}
+
+void TestDataAnalyserDialog::insertAndRemoveRows_data()
+{
+    QTest::addColumn<QList<int>>("selected");
+    QTest::addColumn<bool>("insert");
+    QTest::addColumn<int>("rowsAfter");
+    QTest::newRow("insert without a selection appends") << QList<int>{} << true << 21;
+    QTest::newRow("insert after each selected row") << QList<int>{2, 5} << true << 22;
+    QTest::newRow("remove the selected rows") << QList<int>{1, 3, 4} << false << 17;
+    QTest::newRow("remove nothing") << QList<int>{} << false << 20;
+}
+
+void TestDataAnalyserDialog::insertAndRemoveRows()
+{
+    QFETCH(QList<int>, selected);
+    QFETCH(bool, insert);
+    QFETCH(int, rowsAfter);
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    QSignalSpy modified(d.get(), SIGNAL(dataModified(bool)));
+    boost::dynamic_bitset<> bits(20);
+    for (int r : selected)
+        bits.set(static_cast<std::size_t>(r));
+    d->vertexTable()->setNewRowSelection(bits);
+    MatrixData* x = d->dataRoot()->getNodeFromName(QStringLiteral("X"));
+    if (insert) {
+        const int row = d->insertAfterSelectedRow(false, false);
+        QVERIFY(row >= 0);
+        QVERIFY(!x->isValueValid(row, 0)); // a blank record
+    } else {
+        d->removeSelectedRows(false, false);
+        // X held 1 + row: what remains is every record that was not selected, in order.
+        QList<double> expected;
+        for (int r = 0; r < 20; ++r)
+            if (!selected.contains(r))
+                expected << 1.0 + r;
+        QList<double> remaining;
+        for (int r = 0; r < x->validValueRowCount(); ++r)
+            remaining << x->toDouble(r, 0);
+        QCOMPARE(remaining, expected);
+    }
+    QCOMPARE(d->vertexItemModel()->rowCount(), rowsAfter);
+    QVERIFY(!modified.isEmpty()); // the document changed
+    QVERIFY(d->vertexTable()->selectedRows(0).empty());
+}
+
+void TestDataAnalyserDialog::removeWithoutSelectionWarns_data()
+{
+    QTest::addColumn<bool>("wellMarkerMode");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("markers") << true << "No marker data has been selected.\n Please select Marker data row first.";
+    QTest::newRow("dips") << false << "No point / dip data has been selected.\n Please select point / dip data row first.";
+}
+
+void TestDataAnalyserDialog::removeWithoutSelectionWarns()
+{
+    QFETCH(bool, wellMarkerMode);
+    QFETCH(QString, text);
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    d->show();
+    QVERIFY(QTest::qWaitForWindowExposed(d.get()));
+    QString seen;
+    QTimer::singleShot(0, [&seen] {
+        if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+            seen = box->windowTitle() + QLatin1Char('|') + box->text();
+            box->accept();
+        }
+    });
+    d->removeSelectedRows(wellMarkerMode, !wellMarkerMode);
+    QCOMPARE(seen, QStringLiteral("Information|") + text);
+    QCOMPARE(d->vertexItemModel()->rowCount(), 20);
+}
+
+void TestDataAnalyserDialog::markerVisibility_data()
+{
+    QTest::addColumn<bool>("all");
+    QTest::addColumn<bool>("scat");
+    QTest::addColumn<bool>("decimated");
+    QTest::addColumn<bool>("top");
+    QTest::addColumn<bool>("fault");
+    QTest::addColumn<bool>("visible");
+    QTest::addColumn<QList<int>>("shown");
+    // Rows: 0 a dip, 1 a SCAT dip, 2 a top (no dip, a horizon), 3 a fault, 4 a horizon with a dip.
+    QTest::newRow("all shown") << true << false << false << false << false << true << QList<int>{0, 1, 2, 3, 4};
+    QTest::newRow("all hidden") << true << false << false << false << false << false << QList<int>{};
+    QTest::newRow("SCAT only") << false << true << false << false << false << true << QList<int>{1};
+    QTest::newRow("tops: by type and by the blank dip") << false << false << false << true << false << true
+                                                        << QList<int>{0, 2};
+    QTest::newRow("faults") << false << false << false << false << true << true << QList<int>{3};
+    QTest::newRow("decimated falls back to dip and azimuth") << false << false << true << false << false << true
+                                                             << QList<int>{0, 1, 4};
+    QTest::newRow("the flag does not hide what passes") << false << true << false << false << false << false
+                                                        << QList<int>{1};
+}
+
+void TestDataAnalyserDialog::markerVisibility()
+{
+    QFETCH(bool, all);
+    QFETCH(bool, scat);
+    QFETCH(bool, decimated);
+    QFETCH(bool, top);
+    QFETCH(bool, fault);
+    QFETCH(bool, visible);
+    QFETCH(QList<int>, shown);
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    MatrixData* markers = new MatrixData(QStringLiteral("Markers"), -1, -1, QVariant::String, true);
+    d->dataRoot()->appendChild(markers, true);
+    auto column = [markers](const char* name, QVariant::Type type, const QVariantList& values) {
+        auto* c = new MatrixData(QLatin1String(name), values.size(), 1, type, true);
+        for (int r = 0; r < values.size(); ++r)
+            if (values[r].isValid())
+                c->setValue(r, 0, values[r]);
+        markers->appendChild(c, false);
+        return c;
+    };
+    const QVariant none;
+    MatrixData* v = column("$V", QVariant::Bool, {true, true, true, true, true});
+    column("SCAT", QVariant::Bool, {false, true, false, false, false});
+    column("dip", QVariant::Double, {10.0, 20.0, none, none, 30.0});
+    column("azimuth", QVariant::Double, {100.0, 200.0, none, none, 300.0});
+    column("Horizon", QVariant::String, {none, none, "H1", none, "H2"});
+    column("Type", QVariant::String, {"Top", "Dip", "Horizon", "Fault", "Dip"});
+    d->setMarkerVisibility(all, scat, decimated, top, fault, visible);
+    QList<int> got;
+    for (int r = 0; r < 5; ++r)
+        if (v->value(r, 0).toBool())
+            got << r;
+    QCOMPARE(got, shown);
+    // Without "$V" nothing at all happens.
+    markers->removeChild(v);
+    d->setMarkerVisibility(true, false, false, false, false, false);
+    delete v;
+}
+
+void TestDataAnalyserDialog::selectCellsDialog()
+{
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    d->showSelectValueCellsDlg();
+    QSelectCellsDialog* dlg = d->selectCellsDialog();
+    QVERIFY(dlg && dlg->isVisible());
+    QCOMPARE(dlg->windowTitle(), QStringLiteral("Select Cell(s)"));
+    dlg->setMethod(QSelectCellsDialog::LessThan);
+    dlg->setValues(QStringLiteral("3"), QString());
+    dlg->setSelectionKind(true, false);
+    dlg->okButtonClicked();
+    // X and Y run 1..20 and Z is 30: rows 0 and 1 hold a value below 3.
+    QCOMPARE(d->vertexTable()->selectedRows(0), (std::vector<int>{0, 1}));
+    QCOMPARE(dlg->numberOfSelectedCellsText(), QStringLiteral("2"));
+    QCOMPARE(dlg->rowNumberText(), QStringLiteral("1, 1"));
+    d->slotScrollToNextSelectedItem(true);
+    QCOMPARE(dlg->rowNumberText(), QStringLiteral("2, 1"));
+    dlg->setShowSelectedTableCells(true);
+    dlg->okButtonClicked();
+    QCOMPARE(dlg->numberOfSelectedCellsText(), QStringLiteral("0"));
+    QCOMPARE(d->proxyModel()->rowCount(), 2);
+    emit dlg->clearFilterSelectedRows();
+    QCOMPARE(d->proxyModel()->rowCount(), 20);
+    emit dlg->clearSelection();
+    QCOMPARE(dlg->numberOfSelectedCellsText(), QStringLiteral("0"));
+    QVERIFY(dlg->rowNumberText().isEmpty());
+    QVERIFY(d->hideSelectValueCellsDlg());
+    QVERIFY(!d->hideSelectValueCellsDlg());
+}
+
+void TestDataAnalyserDialog::cellViewKeepsItsOffset()
+{
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    boost::dynamic_bitset<> bits(20);
+    bits.set(5);
+    bits.set(6);
+    bits.set(1); // would land above the first row, and is dropped
+    d->vertexTable()->setNewRowSelection(bits);
+    d->updateCellView();
+    QCOMPARE(d->vertexTable()->selectedRows(0), (std::vector<int>{2, 3}));
 }
 
 QTEST_MAIN(TestDataAnalyserDialog)
