@@ -344,7 +344,7 @@ void QRelationshipItemModel::newRelationshipData(int step, MatrixData* x, Matrix
             if (vy >= 360.0)
                 vy -= 360.0;
         }
-        m_data->setValue(k, 0, QVariant(QPointF(vx, vy)));
+        m_data->setPointValue(k, QPointF(vx, vy));
         m_tableRow[k] = r;
         ++k;
         ++m_pointCount;

@@ -281,10 +281,7 @@ void QRelationshipItemModel::rotateDataAboutRotationAxis(MatrixData* data, QPoin
         } else {
             QPointF point;
             if (cells) {
-                if (!cells->isValid(row))
-                    continue;
-                point = cells->get(row).toPointF();
-                if (!std::isfinite(point.x()) || !std::isfinite(point.y()))
+                if (!cells->point(row, point) || !std::isfinite(point.x()) || !std::isfinite(point.y()))
                     continue;
             } else if (!readOrientation(data, row, point)) {
                 continue;
@@ -303,7 +300,7 @@ void QRelationshipItemModel::rotateDataAboutRotationAxis(MatrixData* data, QPoin
             // Unlike the single-point form, 180 goes to 360 here.
             a = a <= 180.0 ? a + 180.0 : a - 180.0;
         }
-        data->setValue(row, 0, QVariant(QPointF(p, a)));
+        data->setPointValue(row, QPointF(p, a));
     }
     if (ownData)
         touchData();

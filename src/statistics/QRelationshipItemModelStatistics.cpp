@@ -115,10 +115,8 @@ bool QRelationshipItemModel::refreshOrientationCache()
     c.lines = OrientationTotals();
     for (int row = 0; row < rows; ++row) {
         c.valid[static_cast<std::size_t>(row)] = 0;
-        if (!column->isValid(row))
-            continue;
-        const QPointF p = column->get(row).toPointF();
-        if (!std::isfinite(p.x()) || !std::isfinite(p.y()))
+        QPointF p;
+        if (!column->point(row, p) || !std::isfinite(p.x()) || !std::isfinite(p.y()))
             continue;
         double* t = &c.trig[4 * static_cast<std::size_t>(row)];
         FastTrig::sinCos(p.x() * kDegToRad, t[0], t[1]);

@@ -246,6 +246,23 @@ void CellColumn::setDouble(int row, double value)
     }
 }
 
+bool CellColumn::point(int row, QPointF& out) const
+{
+    if (m_store != Store::Point || !isValid(row))
+        return false;
+    out = m_point[static_cast<std::size_t>(row)];
+    return true;
+}
+
+bool CellColumn::setPoint(int row, const QPointF& value)
+{
+    if (m_store != Store::Point || row < 0 || row >= size())
+        return false;
+    m_point[static_cast<std::size_t>(row)] = value;
+    m_valid[static_cast<std::size_t>(row)] = 1;
+    return true;
+}
+
 void CellColumn::insertBlank(int row, int count)
 {
     if (count <= 0)

@@ -40,6 +40,11 @@ public:
     double toDouble(int row) const;
     int toInt(int row) const;
     void setDouble(int row, double value);
+    // Typed paths for point cells: a blank cell, a row out of range or a column of another kind
+    // reads false.
+    bool point(int row, QPointF& out) const;
+    // False for a row out of range or a column that does not hold points.
+    bool setPoint(int row, const QPointF& value);
 
     void insertBlank(int row, int count = 1);
     void erase(int row, int count = 1);

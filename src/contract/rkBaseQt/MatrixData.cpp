@@ -156,6 +156,14 @@ CellColumn* MatrixData::cells(int column) const
     return m_columns[static_cast<std::size_t>(column)].get();
 }
 
+bool MatrixData::setPointValue(int row, const QPointF& value)
+{
+    CellColumn* c = cells(0);
+    if (c && c->setPoint(row, value))
+        return true;
+    return setValue(row, 0, QVariant(value));
+}
+
 QVariant::Type MatrixData::systemType(const QString& typeName)
 {
     const QString t = typeName.trimmed().toLower();

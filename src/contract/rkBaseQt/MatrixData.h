@@ -33,6 +33,7 @@
 #include <QList>
 #include <QMap>
 #include <QModelIndex>
+#include <QPointF>
 #include <QString>
 #include <QVariant>
 
@@ -338,6 +339,9 @@ public:
     // Read-only typed storage of one cell column, for numeric walks over millions of rows that
     // cannot afford a QVariant per cell. Null for a column that does not exist.
     const CellColumn* cellColumn(int column) const { return cells(column); }
+    // Writes a point into column 0 without a QVariant, for walks that write millions of points;
+    // anything the typed store cannot take goes through setValue().
+    bool setPointValue(int row, const QPointF& value);
     // Memory held by the cells of this node (not its children).
     std::size_t cellMemoryBytes() const;
 
