@@ -31,6 +31,8 @@ namespace rkBase {
 QVertexModelTableView::QVertexModelTableView(QWidget* parent, QMenu* menu, bool withMinMaxTable, bool withCheckBoxHeader, bool)
     : QTableView(parent), m_delegate(new QVertexItemDelegate(this)), m_menu(menu)
 {
+    // Hosts may take the row lists across queued connections.
+    qRegisterMetaType<std::vector<int>>("std::vector<int>");
     setIconSize(QSize(24, 24));
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     setSelectionMode(QAbstractItemView::ExtendedSelection);

@@ -331,6 +331,17 @@ void TestVertexModelTableView::deleteKeyBlanksSelection()
     s.view.setIgnoreDelKey(true);
     QTest::keyClick(&s.view, Qt::Key_Delete);
     QVERIFY(c0->isValueValid(0, 0));
+    // Return adds a record only where the host lets rows grow.
+    QTest::keyClick(&s.view, Qt::Key_Return);
+    QCOMPARE(s.view.rowCount(), 10);
+    s.model->setRowsCanBeExtended(true);
+    QTest::keyClick(&s.view, Qt::Key_Return);
+    QCOMPARE(s.view.rowCount(), 11);
+    // Ctrl+A selects every row and tells the host at once.
+    QSignalSpy spy(&s.view, SIGNAL(verteciesSelected(std::vector<int>)));
+    QTest::keyClick(&s.view, Qt::Key_A, Qt::ControlModifier);
+    QCOMPARE(spy.count(), 1);
+    QCOMPARE(spy.first().first().value<std::vector<int>>().size(), std::size_t(11));
 }
 
 void TestVertexModelTableView::checkBoxHeader()
