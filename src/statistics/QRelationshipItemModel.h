@@ -182,6 +182,8 @@ public:
     void setShowStressState(bool on) { m_showStressState = on; }
     bool zNegative() const { return m_zNegative; }
     void setZNegative(bool on) { m_zNegative = on; }
+    // The point list. Whoever writes points into it directly calls touchData() afterwards: the
+    // statistics keep per-point sines and cosines and the sums of the whole list until then.
     MatrixDataArray* data() const { return m_data; }
     int pointCount() const { return m_pointCount; }
     MatrixDataArray* rotatedData() const { return m_rotatedData; }
