@@ -1,5 +1,7 @@
 #include "QRelationshipItemModel.h"
 
+#include "OrientationConstants.h"
+
 #include "CellColumn.h"
 #include "UnitRegistry.h"
 
@@ -9,9 +11,9 @@
 
 namespace rkBase {
 
-namespace {
+using namespace orientation;
 
-const double kNoValue = 99999.0;
+namespace {
 
 // Reads column 0 of a source node as finite doubles. Plain Double/Int columns are read from
 // their typed storage, a million rows without one QVariant each; computed nodes (proxies,
@@ -320,7 +322,7 @@ void QRelationshipItemModel::newRelationshipData(int step, MatrixData* x, Matrix
 
     const ColumnReader readX(x);
     const ColumnReader readY(y);
-    double minX = 1e27, minY = 1e27, maxX = -1e27, maxY = -1e27;
+    double minX = kSearchStart, minY = kSearchStart, maxX = -kSearchStart, maxY = -kSearchStart;
     int k = 0;
     for (int r = 0; r < rowsX; ++r) {
         if (!mask.empty() && !mask[static_cast<std::size_t>(r)])
@@ -350,13 +352,13 @@ void QRelationshipItemModel::newRelationshipData(int step, MatrixData* x, Matrix
         ++m_pointCount;
     }
 
-    if (minX == 1e27)
+    if (minX == kSearchStart)
         minX = 0.0;
-    if (minY == 1e27)
+    if (minY == kSearchStart)
         minY = 0.0;
-    if (maxX == -1e27)
+    if (maxX == -kSearchStart)
         maxX = 0.0;
-    if (maxY == -1e27)
+    if (maxY == -kSearchStart)
         maxY = 0.0;
     setMinMaxRanges(minX, minY, maxX, maxY);
     m_data->setValidValueRowCount(k);

@@ -7,18 +7,15 @@
 // its first term. Both are kept as they are; stored weight attributes depend on them.
 #include "QRelationshipItemModel.h"
 
+#include "OrientationConstants.h"
+
 #include <rkUtils.h>
 
 #include <cmath>
 
 namespace rkBase {
 
-namespace {
-constexpr double kPi = 3.14159265358979323846;
-constexpr double kDegToRad = kPi / 180.0;
-constexpr double kRadToDeg = 180.0 / kPi;
-constexpr double kZeroTolerance = 5e-09;
-} // namespace
+using namespace orientation;
 
 void QRelationshipItemModel::setScanline(double plunge, double azimuth, double minimumBiasAngle)
 {

@@ -4,6 +4,8 @@
 // The three inverse conversions differ on purpose (azimuth origin, quadrant rules, fold), and
 // charts depend on which one they call; none of them may be "tidied" into another.
 #include "QRelationshipItemModel.h"
+
+#include "OrientationConstants.h"
 #include "FastTrig.h"
 
 #include <CellColumn.h>
@@ -14,13 +16,9 @@
 
 namespace rkBase {
 
+using namespace orientation;
+
 namespace {
-constexpr double kPi = 3.14159265358979323846;
-constexpr double kDegToRad = kPi / 180.0;
-constexpr double kRadToDeg = 180.0 / kPi;
-// Below this an angle in degrees or a vector component counts as zero.
-constexpr double kZeroTolerance = 5e-09;
-constexpr double kSearchStart = 1e27;
 
 inline gdfVertex rotate(gdfVertex const& v, gdfVertex const& axis, double cosTheta, double sinTheta)
 {

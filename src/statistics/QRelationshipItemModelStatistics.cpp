@@ -7,6 +7,8 @@
 // weightSum takes triangle areas but never bias weights, so with bias correction R / N is no
 // plain mean resultant length any more.
 #include "QRelationshipItemModel.h"
+
+#include "OrientationConstants.h"
 #include "FastTrig.h"
 #include "SymmetricEigenSolver.h"
 
@@ -22,13 +24,9 @@
 
 namespace rkBase {
 
+using namespace orientation;
+
 namespace {
-constexpr double kPi = 3.14159265358979323846;
-constexpr double kDegToRad = kPi / 180.0;
-constexpr double kRadToDeg = 180.0 / kPi;
-constexpr double kZeroTolerance = 5e-09;
-constexpr double kNoDispersion = 99999.0;
-constexpr double kNoValue = 99999.0;
 
 double flip(double b)
 {
@@ -53,6 +51,19 @@ struct OrientationTotals {
     double sums[3] = {0.0, 0.0, 0.0};
     double xx = 0.0, yy = 0.0, zz = 0.0, xy = 0.0, xz = 0.0, yz = 0.0;
     int count = 0;
+
+    // The sums and the mirrored orientation matrix, as the callers take them.
+    void writeTo(double m[3][3], double out[3]) const
+    {
+        for (int i = 0; i < 3; ++i)
+            out[i] = sums[i];
+        m[0][0] = xx;
+        m[1][1] = yy;
+        m[2][2] = zz;
+        m[0][1] = m[1][0] = xy;
+        m[0][2] = m[2][0] = xz;
+        m[1][2] = m[2][1] = yz;
+    }
 
     void add(double x, double y, double z)
     {
@@ -166,21 +177,13 @@ void QRelationshipItemModel::accumulateOrientationMatrix(MatrixData* data, bool 
     const bool filtered = !subsetIds && m_partSelection && m_displayType == HighlightSelected;
     if (cached && !filtered && !biasCorrect && !m_triangleAreaData) {
         const OrientationTotals& t = isPole ? m_orientationCache->poles : m_orientationCache->lines;
-        for (int i = 0; i < 3; ++i)
-            sums[i] = t.sums[i];
-        m[0][0] = t.xx;
-        m[1][1] = t.yy;
-        m[2][2] = t.zz;
-        m[0][1] = m[1][0] = t.xy;
-        m[0][2] = m[2][0] = t.xz;
-        m[1][2] = m[2][1] = t.yz;
+        t.writeTo(m, sums);
         count = t.count;
         weightSum = t.count;
         return;
     }
     const bool tableRows = m_tableRow != nullptr;
-    double xx = 0.0, yy = 0.0, zz = 0.0, xy = 0.0, xz = 0.0, yz = 0.0;
-    double sx = 0.0, sy = 0.0, sz = 0.0;
+    OrientationTotals totals;
     for (int row = 0; row < data->validValueRowCount(); ++row) {
         if (subsetIds) {
             if (subsetIds[row] != subsetId)
@@ -225,28 +228,11 @@ void QRelationshipItemModel::accumulateOrientationMatrix(MatrixData* data, bool 
             }
         }
 
-        const double x = v.x(), y = v.y(), z = v.z();
-        sx += x;
-        sy += y;
-        sz += z;
-        xx += x * x;
-        yy += y * y;
-        zz += z * z;
-        xy += x * y;
-        xz += x * z;
-        yz += y * z;
+        totals.add(v.x(), v.y(), v.z());
         weightSum += weight;
-        ++count;
     }
-    sums[0] = sx;
-    sums[1] = sy;
-    sums[2] = sz;
-    m[0][0] = xx;
-    m[1][1] = yy;
-    m[2][2] = zz;
-    m[0][1] = m[1][0] = xy;
-    m[0][2] = m[2][0] = xz;
-    m[1][2] = m[2][1] = yz;
+    totals.writeTo(m, sums);
+    count = totals.count;
 }
 
 double** QRelationshipItemModel::initialiseCharacteristicMatrix(MatrixData* data, bool isPole, double& sumX,
@@ -332,7 +318,7 @@ void QRelationshipItemModel::calculateFisherStatistics(double& meanResultantLeng
     // No test for an empty set: N and R are 0 and the ratios come out as NaN, which the panel
     // shows as "-----".
     const double r = std::sqrt(s[0] * s[0] + s[1] * s[1] + s[2] * s[2]);
-    kappa = kNoDispersion;
+    kappa = kNoValue;
     if (std::abs(n - r) > 0.0005)
         kappa = (n - 1.0) / (n - r);
     meanResultantLength = r / n;
