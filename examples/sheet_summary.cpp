@@ -1,17 +1,20 @@
 // The demo's command-line job until the window host takes over: load a CSV sheet into the data
 // tree and print what the analyser would start from: the sheet's shape, a summary of every
-// numeric column, the classes of the lithology column, and the mean bedding orientation.
+// numeric column, the classes of the lithology column, and the bedding orientation statistics.
 #include "CsvSheetReader.h"
 
 #include <MatrixData.h>
+#include <QRelationshipItemModel.h>
 
 #include <QCoreApplication>
 #include <QTextStream>
 
 #include <cmath>
 #include <memory>
+#include <vector>
 
 using rkBase::MatrixData;
+using rkBase::QRelationshipItemModel;
 
 int main(int argc, char** argv)
 {
@@ -59,48 +62,31 @@ int main(int argc, char** argv)
         out << "\n";
     }
 
-    // Mean bedding orientation: principal axis of the poles (largest eigenvector of the
-    // orientation matrix), found by power iteration.
+    // Bedding orientation statistics, as the stereonet computes them: the bedding rows are the
+    // selection, so that the statistics use only them.
     MatrixData* dip = root.getNodeFromName(QStringLiteral("dip"));
     MatrixData* azimuth = root.getNodeFromName(QStringLiteral("azimuth"));
     MatrixData* type = root.getNodeFromName(QStringLiteral("Type"));
     if (dip && azimuth) {
-        double t[3][3] = {};
-        int n = 0;
-        const double rad = M_PI / 180.0;
-        for (int r = 0; r < dip->validValueRowCount(); ++r) {
-            if (!dip->isValueValid(r, 0) || !azimuth->isValueValid(r, 0))
-                continue;
-            if (type && type->value(r, 0).toString() != QLatin1String("Bedding"))
-                continue;
-            const double d = dip->toDouble(r, 0) * rad, a = azimuth->toDouble(r, 0) * rad;
-            const double p[3] = {-std::sin(d) * std::cos(a), -std::sin(d) * std::sin(a), std::cos(d)}; // pole, down
-            for (int i = 0; i < 3; ++i)
-                for (int j = 0; j < 3; ++j)
-                    t[i][j] += p[i] * p[j];
-            ++n;
-        }
-        double e[3] = {0, 0, 1};
-        for (int it = 0; it < 200; ++it) {
-            double next[3] = {};
-            for (int i = 0; i < 3; ++i)
-                for (int j = 0; j < 3; ++j)
-                    next[i] += t[i][j] * e[j];
-            const double l = std::sqrt(next[0] * next[0] + next[1] * next[1] + next[2] * next[2]);
-            if (l == 0)
-                break;
-            for (int i = 0; i < 3; ++i)
-                e[i] = next[i] / l;
-        }
-        if (e[2] < 0)
-            for (double& v : e)
-                v = -v;
-        const double plunge = std::asin(std::min(1.0, e[2])) / rad;
-        const double trend = std::fmod(std::atan2(e[1], e[0]) / rad + 360.0, 360.0);
-        out << "\nBedding poles: " << n << ", principal pole plunge " << QString::number(plunge, 'f', 1)
-            << " toward " << QString::number(trend, 'f', 1) << " (mean plane dip "
-            << QString::number(90.0 - plunge, 'f', 1) << " toward " << QString::number(std::fmod(trend + 180.0, 360.0), 'f', 1)
-            << ")\n";
+        std::vector<int> bedding;
+        for (int r = 0; r < dip->validValueRowCount(); ++r)
+            if (!type || type->value(r, 0).toString() == QLatin1String("Bedding"))
+                bedding.push_back(r);
+        QRelationshipItemModel model;
+        model.takeNewDataSet(1, QRelationshipItemModel::HighlightSelected, dip, azimuth, bedding);
+        model.calculateMeanDirection(true, false, nullptr, -1);
+        double length, variance, kappa, e1, e2, e3, normalized, K, C, lnE3E2, lnE2E1, radius;
+        bool unimodal = false;
+        QString classification;
+        model.calculateFisherStatistics(length, variance, kappa, e1, e2, e3, normalized, K, C, lnE3E2, lnE2E1, radius,
+                                        unimodal, classification, true, false);
+        const QPointF plane = model.meanPrincipalPlane();
+        out << "\nBedding planes: " << model.numberOfSelectedPoints() << ", mean plane dip "
+            << QString::number(plane.x(), 'f', 1) << " toward " << QString::number(plane.y(), 'f', 1)
+            << ", kappa " << QString::number(kappa, 'f', 1) << ", 95% cone "
+            << QString::number(radius * 180.0 / M_PI, 'f', 2) << " deg, K " << QString::number(K, 'f', 2)
+            << ", C " << QString::number(C, 'f', 2) << "\n"
+            << classification.trimmed().replace(QLatin1Char('\n'), QStringLiteral("; ")) << "\n";
     }
     return 0;
 }
