@@ -95,6 +95,7 @@ void QVertexModelTableView::setModel(QAbstractItemModel* m)
     // without it being the user's doing: connected before the selection model is made, so that
     // the flag stands when the selection model reacts.
     connect(m, SIGNAL(rowsAboutToBeRemoved(QModelIndex, int, int)), this, SLOT(beginModelRowChange()));
+    connect(m, SIGNAL(rowsAboutToBeRemoved(QModelIndex, int, int)), this, SLOT(dropLeavingRows(QModelIndex, int, int)));
     connect(m, SIGNAL(rowsRemoved(QModelIndex, int, int)), this, SLOT(endModelRowChange()));
     connect(m, SIGNAL(layoutAboutToBeChanged()), this, SLOT(beginModelRowChange()));
     connect(m, SIGNAL(layoutChanged()), this, SLOT(endModelRowChange()));
@@ -117,6 +118,19 @@ void QVertexModelTableView::setModel(QAbstractItemModel* m)
 void QVertexModelTableView::beginModelRowChange()
 {
     m_internalSelectionChange = true;
+}
+
+void QVertexModelTableView::dropLeavingRows(const QModelIndex&, int first, int last)
+{
+    // Rows a filter takes out of the view lose their selection, as Qt's own ranges do.
+    if (!m_rowSelection.any())
+        return;
+    for (int v = first; v <= last; ++v) {
+        const int source = sourceRowOfViewRow(v);
+        if (source >= 0 && static_cast<std::size_t>(source) < m_rowSelection.size())
+            m_rowSelection.reset(static_cast<std::size_t>(source));
+    }
+    m_rowSelectionTop = m_rowSelectionBottom = -1;
 }
 
 void QVertexModelTableView::endModelRowChange()

@@ -153,6 +153,7 @@ private slots:
     void materializeVisibleRows();
     void beginModelRowChange();
     void endModelRowChange();
+    void dropLeavingRows(const QModelIndex& parent, int first, int last);
 
 private:
     int sourceRowOfViewRow(int viewRow) const;
