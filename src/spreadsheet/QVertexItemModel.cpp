@@ -12,6 +12,7 @@
 #include <QSortFilterProxyModel>
 
 #include <algorithm>
+#include <cmath>
 #include <memory>
 
 namespace rkBase {
@@ -682,6 +683,233 @@ MatrixData* QVertexItemModel::readSettings(const QString& group, QSettings* sett
     settings->endArray();
     settings->endGroup();
     return root.release();
+}
+
+
+// ---------------------------------------------------------------------------------------------
+// Modification of many cells
+
+namespace {
+bool needsNumber(QModifyCellsDialog::ModifyMethod method)
+{
+    return method == QModifyCellsDialog::ShiftByValue || method == QModifyCellsDialog::MultiplyByValue
+        || method == QModifyCellsDialog::DivideByValue || method == QModifyCellsDialog::ReplaceByValue
+        || method == QModifyCellsDialog::ReplaceEmptyCells;
+}
+} // namespace
+
+void QVertexItemModel::modifySelectedCells(const QModelIndexList& cells, const QVariant& value,
+                                           QModifyCellsDialog::ModifyMethod method, int attributeColumn)
+{
+    using Dialog = QModifyCellsDialog;
+    if (cells.isEmpty())
+        return;
+    const QString methodText = Dialog::methodName(method);
+    // The name entry of the text form is a replacement under another label.
+    if (method == Dialog::ReplaceByName)
+        method = Dialog::ReplaceByValue;
+    // Interpolation pairs cells and runs through interpolate().
+    if (method < Dialog::ShiftByValue || method > Dialog::ReplaceEmptyCells)
+        return;
+    bool isNumber = false;
+    const double a = value.toString().trimmed().toDouble(&isNumber);
+    if (method == Dialog::DivideByValue && a == 0.0)
+        return;
+    // Only cells of this model: a stale or foreign index must not reach a node.
+    auto nodeOf = [this](const QModelIndex& cell) {
+        return cell.isValid() && cell.model() == this ? getNode(cell.column()) : nullptr;
+    };
+    MatrixData* firstNode = nodeOf(cells.first());
+    const QVariant::Type firstType = firstNode ? firstNode->cellType() : QVariant::Invalid;
+    const bool firstIsText = firstType == QVariant::String || firstType == QVariant::Color;
+    // Text typed for a number would scale or replace every cell by zero.
+    if (!firstIsText && needsNumber(method) && !(isNumber && std::isfinite(a)))
+        return;
+
+    // One undo action per column, created when the column is first met.
+    std::vector<std::pair<MatrixData*, MatrixDataRestore*>> actions;
+    for (const QModelIndex& cell : cells) {
+        if (attributeColumn != -1 && cell.column() != attributeColumn)
+            continue;
+        MatrixData* node = nodeOf(cell);
+        if (!node || !node->isNodeEditable())
+            continue;
+        const int r = row(cell);
+        const QVariant old = node->value(r, 0);
+        if (m_withUndoRedo && m_dataRoot) {
+            auto it = std::find_if(actions.begin(), actions.end(),
+                                   [node](const std::pair<MatrixData*, MatrixDataRestore*>& p) { return p.first == node; });
+            if (it == actions.end()) {
+                auto* restore = new MatrixDataRestore(
+                    node, QStringLiteral("Modify Cell(s):") + methodText + QStringLiteral(": column=") + node->name(), false);
+                m_dataRoot->appendUndoAction(restore, true);
+                actions.emplace_back(node, restore);
+                it = actions.end() - 1;
+            }
+            it->second->dataStore(r, old);
+        }
+        const QVariant::Type type = node->cellType();
+        if (type == QVariant::Color) {
+            if (firstType == QVariant::Color) {
+                node->setValue(r, 0, value);
+                emit dataChanged(cell, cell);
+            }
+            continue;
+        }
+        // A change never crosses from text to numbers.
+        if ((firstType == QVariant::Color || firstType == QVariant::String) && type != firstType)
+            continue;
+        const bool oldEmpty = !old.isValid() || convertInStringValue(node, old, Qt::DisplayRole).isEmpty();
+        if (!oldEmpty && method == Dialog::ReplaceEmptyCells)
+            continue;
+        if (type != QVariant::Bool && oldEmpty && method != Dialog::ReplaceEmptyCells)
+            continue;
+        const bool blanking = method == Dialog::ClearCells;
+        if (blanking && !node->nodeCanBeBlank()) {
+            emit dataChanged(cell, cell);
+            continue;
+        }
+        if (type == QVariant::String) {
+            node->setValue(r, 0, blanking ? QVariant() : value);
+            emit dataChanged(cell, cell);
+            continue;
+        }
+        const double v = old.toDouble();
+        QVariant result;
+        switch (method) {
+        case Dialog::ShiftByValue: result = v + node->convertDisplayToModel(a); break;
+        case Dialog::MultiplyByValue: result = a * v; break;
+        // Stored values, whatever unit the column shows.
+        case Dialog::Sines: result = std::sin(v); break;
+        case Dialog::Cosines: result = std::cos(v); break;
+        case Dialog::DivideByValue: result = v / a; break;
+        // Logarithms leave cells at or below zero as they are.
+        case Dialog::Ln:
+            if (v > 0.0)
+                result = std::log(v);
+            break;
+        case Dialog::Log10:
+            if (v > 0.0)
+                result = std::log10(v);
+            break;
+        case Dialog::Exp: result = std::exp(v); break;
+        case Dialog::ReplaceByValue:
+        case Dialog::ReplaceEmptyCells: result = node->convertDisplayToModel(a); break;
+        default: break;
+        }
+        if (result.isValid() || blanking)
+            node->setValue(r, 0, result);
+        emit dataChanged(cell, cell);
+    }
+    if (m_withMinMaxValues && m_rowCount > 0) {
+        const int last = std::min(2, m_rowCount - 1);
+        for (int c = 0; c < m_columnCount; ++c) {
+            MatrixData* node = getNode(c);
+            if (!node)
+                continue;
+            node->setMinMax(0, std::vector<int>());
+            emit dataChanged(index(0, c), index(last, c));
+        }
+    }
+    setModified(true);
+}
+
+void QVertexItemModel::interpolate(const QModelIndexList& cells, const std::vector<int>& viewRows)
+{
+    if (cells.isEmpty())
+        return;
+    const int rows = m_rowCount;
+    // Model row -> view row, the inverse of viewRows; identity when none is given.
+    std::vector<int> viewOfModel;
+    if (!viewRows.empty()) {
+        viewOfModel.assign(static_cast<std::size_t>(std::max(rows, 0)), -1);
+        for (std::size_t v = 0; v < viewRows.size(); ++v)
+            if (viewRows[v] >= 0 && viewRows[v] < rows)
+                viewOfModel[static_cast<std::size_t>(viewRows[v])] = static_cast<int>(v);
+    }
+    auto viewRowOf = [&](int modelRow) {
+        if (viewRows.empty())
+            return modelRow;
+        return modelRow >= 0 && modelRow < rows ? viewOfModel[static_cast<std::size_t>(modelRow)] : -1;
+    };
+    auto modelRowOf = [&](int viewRow) {
+        if (viewRows.empty())
+            return viewRow;
+        return viewRow >= 0 && static_cast<std::size_t>(viewRow) < viewRows.size() ? viewRows[static_cast<std::size_t>(viewRow)] : -1;
+    };
+    auto nodeOf = [this](const QModelIndex& cell) {
+        return cell.isValid() && cell.model() == this ? getNode(cell.column()) : nullptr;
+    };
+    // The stored value of a cell that holds a finite number.
+    auto numberAt = [this](MatrixData* node, const QModelIndex& cell, double& v) {
+        bool ok = false;
+        const QVariant stored = node->value(row(cell), 0);
+        v = stored.isValid() ? stored.toDouble(&ok) : 0.0;
+        return ok && std::isfinite(v);
+    };
+
+    QModelIndex previous;
+    std::unique_ptr<MatrixDataRestore> restore;
+    MatrixData* changedNode = nullptr;
+    for (const QModelIndex& cell : cells) {
+        MatrixData* node = nodeOf(cell);
+        if (!node || !node->isNodeEditable()
+            || (node->cellType() != QVariant::Double && node->cellType() != QVariant::Int))
+            continue;
+        double v2 = 0.0;
+        if (!numberAt(node, cell, v2))
+            continue;
+        if (!previous.isValid()) {
+            previous = cell;
+            continue;
+        }
+        if (cell.column() != previous.column())
+            continue;
+        if (m_withUndoRedo && !restore)
+            restore = std::make_unique<MatrixDataRestore>(
+                node,
+                QStringLiteral("Modify Cell(s): ") + QModifyCellsDialog::methodName(QModifyCellsDialog::AttributeInterpolation)
+                    + QStringLiteral(": column=") + node->name(),
+                false);
+        QModelIndex from = previous, to = cell;
+        int r1 = viewRowOf(from.row()), r2 = viewRowOf(to.row());
+        if (r1 > r2) {
+            std::swap(r1, r2);
+            std::swap(from, to);
+        }
+        double v1 = 0.0;
+        numberAt(node, from, v1);
+        numberAt(node, to, v2);
+        // A cell the view does not show, or the same row twice: nothing lies between.
+        if (r1 >= 0 && r2 - r1 >= 2) {
+            const double step = (v2 - v1) / (r2 - r1);
+            int top = std::min(from.row(), to.row()), bottom = std::max(from.row(), to.row());
+            for (int r = r1 + 1; r < r2; ++r) {
+                const int m = modelRowOf(r);
+                if (m < 0 || m >= rows)
+                    continue;
+                const int stored = row(index(m, cell.column()));
+                if (restore)
+                    restore->dataStore(stored, node->value(stored, 0));
+                // From the first value each time, so that no rounding piles up along a long run.
+                node->setValue(stored, 0, v1 + step * (r - r1));
+                top = std::min(top, m);
+                bottom = std::max(bottom, m);
+            }
+            changedNode = node;
+            emit dataChanged(index(top, cell.column()), index(bottom, cell.column()));
+        }
+        previous = cell;
+    }
+    if (restore && restore->dataStoreSize() > 0 && m_dataRoot)
+        m_dataRoot->appendUndoAction(restore.release(), true);
+    if (changedNode) {
+        changedNode->setMinMax(0, std::vector<int>());
+        const int c = getColumn(changedNode);
+        if (m_withMinMaxValues && c >= 0 && m_rowCount > 0)
+            emit dataChanged(index(0, c), index(std::min(2, m_rowCount - 1), c));
+    }
+    setModified(true);
 }
 
 } // namespace rkBase

@@ -3,6 +3,7 @@
 // record. It owns no cell: reads and writes go to MatrixData, converted between stored model
 // units and the units the user sees, and every edit leaves an undo record on the root.
 
+#include "QModifyCellsDialog.h"
 #include "QSelectCellsDialog.h"
 
 #include <QAbstractItemModel>
@@ -60,6 +61,18 @@ public:
     // Writes value into every editable cell listed (an invalid value blanks them), as one undo
     // action. False when nothing changed.
     bool clearData(const QModelIndexList& cells, const QVariant& value);
+    // Applies one method of the modify dialog to the listed cells (indexes of this model), as
+    // one undo action per column touched. A text first cell restricts the change to text
+    // columns; a text cell otherwise takes the value as text, whatever the method. Blanks are
+    // only ever filled by ReplaceEmptyCells. attributeColumn -1: all columns.
+    // Nothing changes for a division by zero, or when a method that needs a number is given
+    // text that is no finite number while the first cell is numeric.
+    void modifySelectedCells(const QModelIndexList& cells, const QVariant& value,
+                             QModifyCellsDialog::ModifyMethod method, int attributeColumn);
+    // Fills the cells between each pair of valued cells of the first such cell's column with
+    // linear steps. viewRows: the model row shown at each view row (a sorted or filtered
+    // table interpolates in the order it shows); empty when view rows are model rows.
+    void interpolate(const QModelIndexList& cells, const std::vector<int>& viewRows = std::vector<int>());
 
     void enableUndoRedo(bool on) { m_withUndoRedo = on; }
     bool withUndoRedo() const { return m_withUndoRedo; }

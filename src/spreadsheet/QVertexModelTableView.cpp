@@ -1197,4 +1197,29 @@ void QVertexModelTableView::paintCellSelectionRectangle(QPainter* painter, const
     painter->restore();
 }
 
+
+// ---------------------------------------------------------------------------------------------
+// Modification of the selected cells
+
+void QVertexModelTableView::modifySelectedCells(QVariant value, QModifyCellsDialog::ModifyMethod method, int attributeColumn)
+{
+    QVertexItemModel* source = vertexItemModel();
+    if (!source || !selectionModel())
+        return;
+    // Interpolation pairs neighbours, so it needs the cells column by column in view order;
+    // the other methods take the first selected cell as the one that decides text or numbers.
+    const bool interpolating = method == QModifyCellsDialog::AttributeInterpolation;
+    const QModelIndexList cells = interpolating ? sortedSelectedIndexes() : allSelectedIndexes();
+    if (cells.isEmpty())
+        return;
+    QModelIndexList sourceCells;
+    sourceCells.reserve(cells.size());
+    for (const QModelIndex& cell : cells)
+        sourceCells.append(mapItemToSource(cell));
+    if (interpolating)
+        source->interpolate(sourceCells, proxyModel() ? validCellRows() : std::vector<int>());
+    else
+        source->modifySelectedCells(sourceCells, value, method, attributeColumn);
+}
+
 } // namespace rkBase

@@ -3,6 +3,7 @@
 // model through the sorting proxy, and adds what a data sheet needs: selection by cell, row and
 // column under program control, a selection rectangle with a fill handle, and a row filter.
 
+#include "QModifyCellsDialog.h"
 #include "QSelectCellsDialog.h"
 
 #include <QList>
@@ -64,6 +65,9 @@ public:
     bool canModifySelectedCells() const;
     // The Delete key: blanks the selected cells, or every cell of the wholly selected columns.
     void clearSelectedCellsEntries();
+    // Applies the modify dialog's request to the selected cells; interpolation runs down the
+    // first selected column in the order the rows are shown.
+    void modifySelectedCells(QVariant value, QModifyCellsDialog::ModifyMethod method, int attributeColumn);
 
     // Selects the source rows set in the bitset, merged into ranges in view order; bits past the
     // sheet are ignored. Adds to the present selection.
