@@ -5,6 +5,7 @@
 #include <MatrixData.h>
 #include <MatrixDataRestore.h>
 #include <QDataAnalyserDialog.h>
+#include <QModifyCellsDialog.h>
 #include <QVertexModelTableView.h>
 #include <UnitRegistry.h>
 
@@ -46,6 +47,8 @@ HostMainWindow::HostMainWindow(QWidget* parent)
                     SLOT(showSelectValueCellsDlg()), QKeySequence::Find);
     edit->addAction(QIcon(QStringLiteral(":/rkBaseQt/Resources/arrow_switch.png")), tr("&Invert Selection"), m_analyser,
                     SLOT(selectInverse()));
+    edit->addAction(QIcon(QStringLiteral(":/rkBaseQt/Resources/table_edit.png")), tr("&Modify Cells..."), this,
+                    SLOT(showModifyCells()));
     edit->addSeparator();
     edit->addAction(QIcon(QStringLiteral(":/rkBaseQt/Resources/table_row_insert.png")), tr("&Insert Row"), this,
                     SLOT(insertRow()), QKeySequence(Qt::CTRL | Qt::Key_Insert));
@@ -106,6 +109,30 @@ void HostMainWindow::openCsvDialog()
     const QString file = QFileDialog::getOpenFileName(this, tr("Open CSV"), QString(), tr("CSV files (*.csv);;All files (*)"));
     if (!file.isEmpty())
         openCsv(file, false);
+}
+
+void HostMainWindow::showModifyCells()
+{
+    if (!m_modifyCells) {
+        QString name;
+        rkBase::QVertexModelTableView* table = m_analyser->vertexTable();
+        const QVariant::Type type = table ? table->firstSelectedCellType(name) : QVariant::Invalid;
+        m_modifyCells = new rkBase::QModifyCellsDialog(tr("Modify Cells"), type != QVariant::String, this);
+        connect(m_modifyCells, SIGNAL(clicked()), this, SLOT(modifyCells()));
+    }
+    m_modifyCells->show();
+    m_modifyCells->raise();
+}
+
+void HostMainWindow::modifyCells()
+{
+    rkBase::QVertexModelTableView* table = m_analyser->vertexTable();
+    if (!table || !m_modifyCells)
+        return;
+    table->modifySelectedCells(m_modifyCells->value(), m_modifyCells->method(), m_modifyCells->getAttribute());
+    m_modifyCells->updateValueComboBox();
+    table->viewport()->update();
+    updateUndoActions();
 }
 
 void HostMainWindow::insertRow()

@@ -8,6 +8,7 @@ class QAction;
 
 namespace rkBase {
 class QDataAnalyserDialog;
+class QModifyCellsDialog;
 class UnitRegistry;
 }
 
@@ -25,6 +26,8 @@ public:
 public slots:
     void openCsvDialog();
     void saveAs();
+    void showModifyCells();
+    void modifyCells();
     void insertRow();
     void deleteRows();
     void undo();
@@ -37,6 +40,7 @@ public slots:
 private:
     rkBase::UnitRegistry* m_registry;
     rkBase::QDataAnalyserDialog* m_analyser;
+    rkBase::QModifyCellsDialog* m_modifyCells = nullptr;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
 };
