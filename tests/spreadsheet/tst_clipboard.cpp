@@ -2,6 +2,7 @@
 // fill handle's drop, attributes dragged in the tree, their undo records, and bad input refused
 // with the tree left as it was.
 #include <MatrixData.h>
+#include <QDataAnalyserDialog.h>
 #include <MatrixDataRestore.h>
 #include <QSortFilterProxyVertexItemModel.h>
 #include <QTreeItemModel.h>
@@ -13,6 +14,7 @@
 
 #include <QtTest>
 
+#include <QAction>
 #include <QClipboard>
 #include <QDataStream>
 #include <QDropEvent>
@@ -145,6 +147,7 @@ private slots:
     void treeDrop();
     void badTreeDrops_data();
     void badTreeDrops();
+    void dialogCopyAndPaste();
 };
 
 void TestClipboard::copyText_data()
@@ -492,6 +495,39 @@ void TestClipboard::badTreeDrops()
     QCOMPARE(boxes.asked, 0);
     QCOMPARE(treeBytes(s.root), before);
     QCOMPARE(s.root.sizeUndoActions(), 0);
+}
+
+void TestClipboard::dialogCopyAndPaste()
+{
+    UnitRegistry registry;
+    QDataAnalyserDialog d;
+    d.dataRoot()->setRegistry(&registry);
+    d.initializeTestData();
+    d.initialize(QStringLiteral("test"), nullptr, &registry, Qt::Horizontal, false, true, true, true, true, true, 1,
+                 false, false);
+    QVertexModelTableView* table = d.vertexTable();
+    QAbstractItemModel* m = table->model();
+    MatrixData* x = d.vertexItemModel()->getNode(0);
+    MatrixData* y = d.vertexItemModel()->getNode(1);
+    QVERIFY(x && y);
+    x->setValue(1, 0, QVariant()); // a blank goes over as a blank
+    table->selectionModel()->select(QItemSelection(m->index(0, 0), m->index(1, 1)), QItemSelectionModel::ClearAndSelect);
+    d.copyToClipboard();
+    QCOMPARE(QApplication::clipboard()->text(), QStringLiteral("1\t1\n \t2"));
+    QVERIFY(d.pasteAction()->isEnabled());
+
+    table->selectionModel()->select(m->index(5, 0), QItemSelectionModel::ClearAndSelect);
+    d.pasteFromClipboard();
+    QCOMPARE(x->value(5, 0), QVariant(1.0));
+    QCOMPARE(y->value(5, 0), QVariant(1.0));
+    QVERIFY(!x->isValueValid(6, 0));
+    QCOMPARE(y->value(6, 0), QVariant(2.0));
+
+    // An empty clipboard pastes nothing.
+    QApplication::clipboard()->clear();
+    table->selectionModel()->select(m->index(0, 0), QItemSelectionModel::ClearAndSelect);
+    d.pasteFromClipboard();
+    QCOMPARE(x->value(0, 0), QVariant(1.0));
 }
 
 QTEST_MAIN(TestClipboard)
