@@ -848,6 +848,10 @@ bool QVertexItemModel::setMimeData(const QMimeData& data, int row, int column, c
     int running = 0;
     for (int i = 0; i < lineCount && running < targets.size(); ++i) {
         const int sourceRow = targets.at(running);
+        if (sourceRow < 0) {
+            ++running;
+            continue;
+        }
         const QStringList cells = lines.at(i).split(QLatin1Char('\t'));
         if (cells.size() > 1)
             proxy->setActionName((lineCount == 1 ? QStringLiteral("Paste: row=") + A
@@ -969,7 +973,8 @@ bool QVertexItemModel::dropMimeData(const QMimeData* data, Qt::DropAction action
         MatrixData* node = getNode(c);
         if (!node || node->checkStateRoleExclusive())
             continue;
-        // Coded cells and the data type column fill with what the user reads, not the code.
+        // Coded cells and the data type column compare by the text the user reads; what is
+        // written back is the code (storableCell).
         const QVariant::Type type = node->cellType();
         const bool raw = type == QVariant::Icon || type == QVariant::KeySequence
             || node->name() == QLatin1String("Data_Type");

@@ -148,25 +148,30 @@ private slots:
     void badTreeDrops_data();
     void badTreeDrops();
     void dialogCopyAndPaste();
+    void fillHandleEndToEnd();
 };
 
 void TestClipboard::copyText_data()
 {
     QTest::addColumn<bool>("fieldData");
     QTest::addColumn<bool>("feet");
-    QTest::addColumn<QRect>("cells"); // x column, y row
+    QTest::addColumn<QRect>("cells"); // x column, y row, in the view
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("html");
+    QTest::addColumn<bool>("sorted"); // view sorted by count, descending
     QTest::newRow("one cell, no newline after it") << false << false << QRect(1, 0, 1, 1) << "10"
-                                                   << "<table><tr><td><b>count</b><tr><td>10</table>";
+                                                   << "<table><tr><td><b>count</b><tr><td>10</table>" << false;
     QTest::newRow("block with a blank") << false << false << QRect(0, 1, 2, 2) << "2\t11\n \t12"
-                                        << "<table><tr><td><b>depth</b><td><b>count</b><tr><td>2<td>11<tr><td> <td>12</table>";
+                                        << "<table><tr><td><b>depth</b><td><b>count</b><tr><td>2<td>11<tr><td> <td>12</table>" << false;
     QTest::newRow("display units at 15 digits") << false << true << QRect(0, 0, 1, 1) << "3282.48031496063"
-                                                << "<table><tr><td><b>depth</b><tr><td>3282.48031496063</table>";
+                                                << "<table><tr><td><b>depth</b><tr><td>3282.48031496063</table>" << false;
     QTest::newRow("field data at 6 digits") << true << true << QRect(0, 0, 1, 1) << "1000.5"
-                                            << "<table><tr><td><b>depth</b><tr><td>1000.5</table>";
+                                            << "<table><tr><td><b>depth</b><tr><td>1000.5</table>" << false;
     QTest::newRow("text and codes as stored") << false << false << QRect(2, 0, 2, 2) << "a\t1\nb\t2"
-                                              << "<table><tr><td><b>label</b><td><b>lith</b><tr><td>a<td>1<tr><td>b<td>2</table>";
+                                              << "<table><tr><td><b>label</b><td><b>lith</b><tr><td>a<td>1<tr><td>b<td>2</table>" << false;
+    QTest::newRow("a sorted view copies what it shows") << false << false << QRect(1, 0, 2, 2) << "12\tc\n11\tb"
+                                                        << "<table><tr><td><b>count</b><td><b>label</b><tr><td>12<td>c<tr><td>11<td>b</table>"
+                                                        << true;
 }
 
 void TestClipboard::copyText()
@@ -176,7 +181,10 @@ void TestClipboard::copyText()
     QFETCH(QRect, cells);
     QFETCH(QString, text);
     QFETCH(QString, html);
+    QFETCH(bool, sorted);
     Sheet s(3, fieldData);
+    if (sorted)
+        s.proxy.sort(1, Qt::DescendingOrder);
     s.depth->setValue(0, 0, 1000.5);
     s.depth->setValue(2, 0, QVariant());
     if (feet)
@@ -528,6 +536,30 @@ void TestClipboard::dialogCopyAndPaste()
     table->selectionModel()->select(m->index(0, 0), QItemSelectionModel::ClearAndSelect);
     d.pasteFromClipboard();
     QCOMPARE(x->value(0, 0), QVariant(1.0));
+}
+
+void TestClipboard::fillHandleEndToEnd()
+{
+    Sheet s(6);
+    s.view.resize(600, 400);
+    s.view.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&s.view));
+    s.view.setCurrentIndex(s.proxy.index(1, 0));
+    s.select(1, 0, 1, 0);
+    const QRect start = s.view.visualRect(s.proxy.index(1, 0));
+    const QPoint handle = start.bottomRight() - QPoint(2, 2);
+    QVERIFY(s.view.isCursorOnDragPoint(s.proxy.index(1, 0), handle));
+    const QPoint target = s.view.visualRect(s.proxy.index(4, 0)).center();
+    QTimer::singleShot(50, [&] {
+        QTest::mouseMove(s.view.viewport(), target);
+        QTimer::singleShot(50, [&] { QTest::mouseRelease(s.view.viewport(), Qt::LeftButton, Qt::NoModifier, target); });
+    });
+    QTest::mousePress(s.view.viewport(), Qt::LeftButton, Qt::NoModifier, handle);
+    QTRY_COMPARE(s.depth->value(4, 0), QVariant(2.0));
+    QCOMPARE(s.depth->value(3, 0), QVariant(2.0));
+    QCOMPARE(s.depth->value(5, 0), QVariant(6.0));
+    // The drag grew the selection over the rows filled.
+    QCOMPARE(s.view.selectedRowsInColumn(), (std::vector<int>{1, 2, 3, 4}));
 }
 
 QTEST_MAIN(TestClipboard)
