@@ -792,21 +792,9 @@ void QDataAnalyserDialog::copyToClipboard()
     if (!m_vertexTable || !m_tabWidget || !m_tabWidget->currentWidget()
         || m_tabWidget->currentWidget()->objectName() != QLatin1String("TABLE"))
         return;
-    if (!m_vertexTable->hasSelectedCells())
+    QMimeData* mime = m_vertexTable->getSelectedData();
+    if (!mime)
         return;
-    QModelIndexList cells = m_vertexTable->allSelectedIndexes();
-    std::sort(cells.begin(), cells.end());
-    // Tab-separated text of the selected block, row by row, as spreadsheets paste it.
-    QString text;
-    int lastRow = -1;
-    for (const QModelIndex& cell : cells) {
-        if (lastRow != -1)
-            text += cell.row() == lastRow ? QLatin1Char('\t') : QLatin1Char('\n');
-        text += cell.data(Qt::DisplayRole).toString();
-        lastRow = cell.row();
-    }
-    auto* mime = new QMimeData;
-    mime->setText(text + QLatin1Char('\n'));
     QApplication::clipboard()->setMimeData(mime);
     if (m_pasteAction)
         m_pasteAction->setEnabled(true);
@@ -817,24 +805,9 @@ void QDataAnalyserDialog::pasteFromClipboard()
     if (!m_vertexTable || !m_vertexTable->model())
         return;
     const QMimeData* mime = QApplication::clipboard()->mimeData();
-    const QModelIndex start = m_vertexTable->currentIndex();
-    if (!mime || !mime->hasText() || !start.isValid())
+    if (!mime || !mime->hasText() || mime->text().isEmpty())
         return;
-    QAbstractItemModel* model = m_vertexTable->model();
-    const QStringList lines = mime->text().split(QLatin1Char('\n'));
-    int row = start.row();
-    for (QString line : lines) {
-        line.remove(QLatin1Char('\r'));
-        if (line.isEmpty())
-            continue;
-        const QStringList fields = line.split(QLatin1Char('\t'));
-        for (int c = 0; c < fields.size(); ++c) {
-            const QModelIndex cell = model->index(row, start.column() + c);
-            if (cell.isValid())
-                model->setData(cell, fields[c], Qt::EditRole);
-        }
-        ++row;
-    }
+    m_vertexTable->setMimeData(*mime);
     updateCellView();
 }
 

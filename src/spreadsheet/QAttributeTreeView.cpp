@@ -8,6 +8,7 @@
 #include <QColorDialog>
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QMimeData>
 
 namespace rkBase {
 
@@ -122,6 +123,12 @@ void QAttributeTreeView::updateView()
 {
     reset();
     expandAll();
+}
+
+QMimeData* QAttributeTreeView::getSelectedData() const
+{
+    QTreeItemModel* m = treeModel();
+    return m && selectionModel() ? m->getHTML_MimeData(selectionModel()->selectedIndexes()) : nullptr;
 }
 
 } // namespace rkBase

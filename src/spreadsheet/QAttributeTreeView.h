@@ -7,6 +7,7 @@
 #include <vector>
 
 class QMenu;
+class QMimeData;
 
 namespace rkBase {
 
@@ -27,6 +28,9 @@ public:
     MatrixData* firstSelected() const;
     void selectItem(MatrixData* node);
     void deleteSelectedAttributes();
+
+    // The selected columns as an HTML table, for the host's copy; null without a tree model.
+    QMimeData* getSelectedData() const;
 
 public slots:
     void updateView();

@@ -5,9 +5,13 @@
 #include <MatrixDataStrike.h>
 #include <UnitManager.h>
 
+#include <QDataStream>
 #include <QIcon>
+#include <QMessageBox>
+#include <QMimeData>
 #include <QPixmap>
 
+#include <algorithm>
 #include <vector>
 
 namespace rkBase {
@@ -270,6 +274,176 @@ void QTreeItemModel::deleteSelectedRows(const QList<QModelIndex>& indexes)
         }
     }
     endResetModel();
+}
+
+// ---------------------------------------------------------------------------------------------
+// Dragging attributes
+
+namespace {
+const QString kAttributeFormat = QStringLiteral("4drkview/attribute.text.list");
+// More attributes than any tree holds: a count beyond it is a damaged stream.
+constexpr int kMaxDroppedAttributes = 100000;
+} // namespace
+
+QStringList QTreeItemModel::mimeTypes() const
+{
+    return QStringList{kAttributeFormat};
+}
+
+QMimeData* QTreeItemModel::mimeData(const QModelIndexList& items) const
+{
+    std::vector<MatrixData*> nodes;
+    for (const QModelIndex& item : items) {
+        MatrixData* node = item.isValid() ? nodeFromIndex(item) : nullptr;
+        if (node && node->parent())
+            nodes.push_back(node);
+    }
+    if (nodes.empty())
+        return nullptr;
+    QByteArray bytes;
+    {
+        QDataStream out(&bytes, QIODevice::WriteOnly);
+        out << int(nodes.size());
+        for (MatrixData* node : nodes)
+            node->putDataOnStream(out, false);
+    }
+    auto* data = new QMimeData;
+    data->setData(kAttributeFormat, bytes);
+    return data;
+}
+
+bool QTreeItemModel::dropDataFromStream(MatrixData* node, QDataStream& stream, bool newName)
+{
+    if (!node)
+        return false;
+    const QString name = node->name();
+    const QString interfaceName = node->interfaceName();
+    if (!node->getDataFromStream(stream))
+        return false;
+    node->setSelected(true, false);
+    node->setNodeRenamable(true);
+    if (newName) {
+        QString unique = node->name();
+        // The node already bears the name it brought: it must not count as the one in the way.
+        node->setName(QString());
+        if (m_dataRoot)
+            m_dataRoot->createUniqueName(unique);
+        node->setName(unique);
+        node->setInterfaceName(unique);
+    } else {
+        node->setName(name);
+        node->setInterfaceName(interfaceName);
+    }
+    return true;
+}
+
+bool QTreeItemModel::dropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
+                                  const QModelIndex& parent)
+{
+    if (action == Qt::IgnoreAction)
+        return true;
+    if (!data || !data->hasFormat(kAttributeFormat) || column >= 2 || !parent.isValid())
+        return false;
+    MatrixData* target = nodeFromIndex(parent);
+    if (!target || !m_dataRoot)
+        return false;
+    if (row == -1)
+        row = target->childCount();
+
+    // Every attribute must read back whole before the tree changes: a damaged stream is refused
+    // as it stands, never half dropped.
+    const QByteArray bytes = data->data(kAttributeFormat);
+    std::vector<QByteArray> attributes;
+    {
+        QDataStream in(bytes);
+        int attributeCount = 0;
+        in >> attributeCount;
+        if (in.status() != QDataStream::Ok || attributeCount <= 0 || attributeCount > kMaxDroppedAttributes)
+            return false;
+        for (int i = 0; i < attributeCount; ++i) {
+            const qint64 begin = in.device()->pos();
+            MatrixData scratch(QString(), 0, 1, QVariant::Double, true);
+            if (!scratch.getDataFromStream(in))
+                return false;
+            attributes.push_back(bytes.mid(static_cast<int>(begin), static_cast<int>(in.device()->pos() - begin)));
+        }
+        if (!in.atEnd())
+            return false;
+    }
+    const int attributeCount = static_cast<int>(attributes.size());
+    // Only a group directly under the root takes new columns; the columns then stand at row on.
+    const bool onGroup = !parent.parent().isValid();
+    row = std::clamp(row, 0, target->childCount());
+    if (onGroup && !insertNewRows(row, attributeCount, parent))
+        return false;
+
+    bool written = false;
+    std::size_t next = 0; // a declined attribute's bytes go to the next column asked
+    QModelIndex running = parent;
+    QWidget* window = qobject_cast<QWidget*>(QObject::parent());
+    for (int i = 0; i < attributeCount && running.isValid() && next < attributes.size(); ++i) {
+        QDataStream in(attributes[next]);
+        if (onGroup) {
+            MatrixData* node = target->child(row);
+            if (!node || !dropDataFromStream(node, in, true))
+                break;
+            ++next;
+            auto* restore = new MatrixDataRestore(node, QStringLiteral("Create Attribute (drag/drop): ") + node->name(), true);
+            restore->recordInsertedAttribute(node);
+            m_dataRoot->appendUndoAction(restore, true);
+            written = true;
+            ++row;
+        } else {
+            MatrixData* node = nodeFromIndex(running);
+            const QModelIndex sibling = index(running.row() + 1, 0, running.parent());
+            running = sibling;
+            if (!node)
+                continue;
+            const QMessageBox::StandardButton answer = QMessageBox::question(
+                window, tr("Drag/Drop Attribute(s)"),
+                tr("Do you really want to overwrite the existing attribute cell data: ") + node->name() + QStringLiteral(" ?"),
+                QMessageBox::Yes | QMessageBox::No);
+            if (answer != QMessageBox::Yes)
+                continue;
+            auto* restore = new MatrixDataRestore(node, QStringLiteral("Drop Data on Attribute: ") + node->name(), true);
+            restore->recordNodeSnapshot();
+            if (!dropDataFromStream(node, in, false)) {
+                delete restore;
+                break;
+            }
+            ++next;
+            m_dataRoot->appendUndoAction(restore, true);
+            written = true;
+        }
+    }
+    emit updateView();
+    emit treeItemSelected(parent);
+    m_modified = written;
+    emit dataModified(written);
+    return true;
+}
+
+QMimeData* QTreeItemModel::getHTML_MimeData(const QModelIndexList& items) const
+{
+    std::vector<MatrixData*> columns;
+    auto add = [&columns](MatrixData* node) {
+        if (node && !node->isGroup() && std::find(columns.begin(), columns.end(), node) == columns.end())
+            columns.push_back(node);
+    };
+    for (const QModelIndex& item : items) {
+        MatrixData* node = item.isValid() ? nodeFromIndex(item) : nullptr;
+        if (!node || !node->parent())
+            continue;
+        if (node->isGroup()) {
+            for (MatrixData* leaf : node->leafs())
+                add(leaf);
+        } else {
+            add(node);
+        }
+    }
+    auto* data = new QMimeData;
+    MatrixData::setHTML_MimeData(data, columns, std::vector<int>());
+    return data;
 }
 
 } // namespace rkBase

@@ -5,6 +5,10 @@
 #include <QAbstractItemModel>
 #include <QColor>
 #include <QList>
+#include <QStringList>
+
+class QDataStream;
+class QMimeData;
 
 namespace rkBase {
 
@@ -41,6 +45,20 @@ public:
 
     bool modified() const { return m_modified; }
     void setModified(bool modified) { m_modified = modified; }
+
+    // Dragging attributes: whole columns travel as their binary form, a count first.
+    QStringList mimeTypes() const override;
+    QMimeData* mimeData(const QModelIndexList& items) const override;
+    // On a group: the attributes become new columns at `row`, with unique names. On a column:
+    // they overwrite it and the columns after it, each only when the user agrees. A stream that
+    // does not read back whole is refused before anything changes.
+    bool dropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
+                      const QModelIndex& parent) override;
+    // Reads one attribute into node; with newName the name read is made unique and given to
+    // both labels, otherwise the node keeps its names. False, node untouched, for a bad stream.
+    bool dropDataFromStream(MatrixData* node, QDataStream& stream, bool newName);
+    // HTML table of the selected columns (a group stands for its columns), for the host's copy.
+    QMimeData* getHTML_MimeData(const QModelIndexList& items) const;
 
 signals:
     void treeItemSelected(const QModelIndex& index);

@@ -7,7 +7,11 @@
 #include <UnitManager.h>
 #include <UnitRegistry.h>
 
+#include <QAbstractProxyModel>
 #include <QColor>
+#include <QDataStream>
+#include <QHash>
+#include <QMimeData>
 #include <QSettings>
 #include <QSortFilterProxyModel>
 
@@ -910,6 +914,324 @@ void QVertexItemModel::interpolate(const QModelIndexList& cells, const std::vect
             emit dataChanged(index(0, c), index(std::min(2, m_rowCount - 1), c));
     }
     setModified(true);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Copy, paste and the fill drag
+
+namespace {
+const QString kDragFormat = QStringLiteral("4drook/dragDrop.list");
+
+// The model and row of a view index, through a sorting proxy when it comes from one.
+const QAbstractItemModel* sourceOf(const QModelIndex& index, QModelIndex& source)
+{
+    source = index;
+    while (const auto* proxy = qobject_cast<const QAbstractProxyModel*>(source.model()))
+        source = proxy->mapToSource(source);
+    return source.model();
+}
+
+// Coded cells hold a lookup key but read as the user's text: what goes back into them is the
+// key, so that a fill or an undo keeps the code and an icon cell (which takes no text) is written.
+QVariant storableCell(const MatrixData* node, const QVariant& cell)
+{
+    const QVariant::Type type = node->cellType();
+    if ((type != QVariant::Icon && type != QVariant::KeySequence) || !cell.isValid())
+        return cell;
+    const QVariant key = node->rawValue(cell);
+    return key.isValid() ? key : cell;
+}
+} // namespace
+
+QStringList QVertexItemModel::mimeTypes() const
+{
+    return QStringList{kDragFormat};
+}
+
+Qt::DropActions QVertexItemModel::supportedDropActions() const
+{
+    return Qt::CopyAction | Qt::MoveAction;
+}
+
+QMimeData* QVertexItemModel::mimeData(const QModelIndexList& cells) const
+{
+    if (cells.isEmpty())
+        return nullptr;
+    int first = cells.first().column(), last = first;
+    for (const QModelIndex& cell : cells) {
+        first = std::min(first, cell.column());
+        last = std::max(last, cell.column());
+    }
+    m_dragStartIndex = cells.first();
+    const QModelIndex lastCell = cells.last();
+    const int sourceRow = row(lastCell);
+    QByteArray bytes;
+    {
+        QDataStream out(&bytes, QIODevice::WriteOnly);
+        out << int(last - first + 1);
+        for (int c = first; c <= last; ++c)
+            if (MatrixData* node = getNode(c))
+                node->putDataOnStream(sourceRow, out, m_withFieldData);
+    }
+    auto* data = new QMimeData;
+    data->setData(kDragFormat, bytes);
+    return data;
+}
+
+QMimeData* QVertexItemModel::mimeDataForCopy(const QModelIndexList& cells) const
+{
+    if (cells.isEmpty() || !cells.first().isValid() || !cells.last().isValid())
+        return nullptr;
+    const QModelIndex& anchor = cells.first();
+    const QAbstractItemModel* view = anchor.model();
+    const int r0 = std::min(anchor.row(), cells.last().row());
+    const int r1 = std::max(anchor.row(), cells.last().row());
+    const int c0 = std::min(anchor.column(), cells.last().column());
+    const int c1 = std::max(anchor.column(), cells.last().column());
+    QString header, body;
+    for (int r = r0; r <= r1; ++r) {
+        for (int c = c0; c <= c1; ++c) {
+            QModelIndex source;
+            const QAbstractItemModel* model = sourceOf(view->index(r, c), source);
+            const auto* owner = qobject_cast<const QVertexItemModel*>(model);
+            MatrixData* node = owner && source.isValid() ? owner->nodeFromIndex(source) : nullptr;
+            const bool lastColumn = c == c1;
+            if (r == r0) {
+                QString name = node ? node->name() : QString();
+                name.replace(QLatin1Char('\n'), QLatin1Char(' '));
+                header += QStringLiteral("<b>") + name + QStringLiteral("</b>");
+                header += lastColumn ? QLatin1Char('\n') : QLatin1Char('\t');
+            }
+            QString text;
+            if (node) {
+                const int stored = owner->row(source);
+                const QVariant value = node->value(stored, 0);
+                if (value.isValid() && node->isValueValid(stored, 0)) {
+                    switch (node->cellType()) {
+                    case QVariant::Icon: text = QString::number(node->toInt(stored, 0)); break;
+                    case QVariant::KeySequence:
+                    case QVariant::String:
+                    case QVariant::Color: text = value.toString(); break;
+                    default:
+                        // Display units at 15 digits: what the user reads, and enough to paste
+                        // back the same double.
+                        text = m_withFieldData ? QString::number(value.toDouble(), 'g', 6)
+                                               : QString::number(node->convertModelToDisplay(value.toDouble()), 'g', 15);
+                    }
+                }
+            }
+            body += text.isEmpty() ? QStringLiteral(" ") : text;
+            if (!lastColumn)
+                body += QLatin1Char('\t');
+            else if (r != r1)
+                body += QLatin1Char('\n');
+        }
+    }
+    auto* data = new QMimeData;
+    data->setText(body);
+    data->setHtml(toHTML(header + body));
+    return data;
+}
+
+QMimeData* QVertexItemModel::getHTML_MimeData(const std::vector<int>& rows) const
+{
+    auto* data = new QMimeData;
+    MatrixData::setHTML_MimeData(data, m_columns, rows);
+    return data;
+}
+
+QString QVertexItemModel::toHTML(const QString& text)
+{
+    QString html = text;
+    html.replace(QLatin1Char('\t'), QLatin1String("<td>"));
+    html.replace(QLatin1Char('\n'), QLatin1String("<tr><td>"));
+    return QStringLiteral("<table><tr><td>") + html + QStringLiteral("</table>");
+}
+
+bool QVertexItemModel::setMimeData(const QMimeData& data, int row, int column, const QList<int>& rows)
+{
+    if (!m_dataRoot || column < 0 || !data.hasText())
+        return false;
+    const QString text = data.text();
+    if (text.isEmpty())
+        return false;
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    QList<int> targets = rows;
+    // Field data grows as it is typed in: lines past the selection go on below it.
+    if (m_withFieldData && lines.size() > targets.size()) {
+        int next = targets.isEmpty() ? std::max(row, 0) : targets.last() + 1;
+        while (targets.size() < lines.size())
+            targets.append(next++);
+    }
+    const QString A = QString::number(row + 1);
+    const int lineCount = lines.size();
+    auto proxy = std::make_unique<MatrixDataRestoreProxy>();
+    // One sub-action per column, in order of first write, handed to the proxy at the end. The
+    // recount after a paste that adds rows lengthens every column of the sheet: a record of the
+    // whole group, taken before the first write and undone last, shortens them again.
+    std::vector<std::unique_ptr<MatrixDataRestore>> records;
+    QHash<MatrixData*, MatrixDataRestore*> recordOf;
+    std::unique_ptr<MatrixDataRestore> rowsRecord;
+    bool extended = false;
+    int running = 0;
+    for (int i = 0; i < lineCount && running < targets.size(); ++i) {
+        const int sourceRow = targets.at(running);
+        if (sourceRow < 0) {
+            ++running;
+            continue;
+        }
+        const QStringList cells = lines.at(i).split(QLatin1Char('\t'));
+        if (cells.size() > 1)
+            proxy->setActionName((lineCount == 1 ? QStringLiteral("Paste: row=") + A
+                                                  : QStringLiteral("Paste: rows=") + A + QLatin1Char('-')
+                                                        + QString::number(row + lineCount))
+                                 + QStringLiteral(", columns=") + QString::number(column + 1) + QLatin1Char('-')
+                                 + QString::number(column + cells.size()));
+        bool written = false;
+        for (int k = 0; k < cells.size(); ++k) {
+            QString cell = cells.at(k);
+            cell.remove(QLatin1Char('\r'));
+            const int c = column + k;
+            if (c >= m_columnCount)
+                break;
+            MatrixData* node = getNode(c);
+            if (!node || !node->isValueEditable(sourceRow, c))
+                return false; // the proxy and its records go; what was pasted stays
+            if (cells.size() == 1)
+                proxy->setActionName(QStringLiteral("Paste: rows=") + A + QLatin1Char('-') + QString::number(row + lineCount)
+                                     + QStringLiteral(", column=") + node->name());
+            if (!proxy->parent())
+                proxy->setParent(node->parent());
+            if (m_withUndoRedo) {
+                if (m_rowsCanBeExtended && !rowsRecord && node->parent())
+                    rowsRecord = std::make_unique<MatrixDataRestore>(node->parent(), QString(), false);
+                MatrixDataRestore* record = recordOf.value(node, nullptr);
+                if (!record) {
+                    records.push_back(std::make_unique<MatrixDataRestore>(
+                        node,
+                        QStringLiteral("Paste: rows=") + A + QLatin1Char('-') + QString::number(row + lineCount - 1)
+                            + QStringLiteral(", column=") + node->name(),
+                        false));
+                    record = records.back().get();
+                    recordOf.insert(node, record);
+                }
+                record->dataStore(sourceRow, storableCell(node, node->rawValue(sourceRow)));
+            }
+            if (cell.isEmpty())
+                continue;
+            bool parsed = false;
+            const double number = cell.toDouble(&parsed);
+            if (m_withFieldData)
+                node->setStartRowCount(sourceRow);
+            if (node->validValueRowCount() <= sourceRow) {
+                if (!m_rowsCanBeExtended)
+                    continue;
+                extended = true;
+            }
+            const QVariant::Type type = node->cellType();
+            QVariant value;
+            if (parsed && (type == QVariant::Double || type == QVariant::Int)) {
+                value = m_withFieldData ? number : node->convertDisplayToModel(number);
+            } else if (cell == QLatin1String(" ")) {
+                if (!node->nodeCanBeBlank())
+                    continue;
+                value = QVariant();
+            } else if (type == QVariant::KeySequence) {
+                const QVariant code = node->rawValue(QVariant(cell));
+                value = code.isValid() ? code : QVariant(cell);
+            } else {
+                if (m_withFieldData && type != QVariant::String)
+                    node->setCellType(QVariant::String);
+                value = storableCell(node, QVariant(cell));
+            }
+            // A value the column cannot hold (text in a number column) leaves the cell as it was.
+            node->setValue(sourceRow, 0, value);
+            written = true;
+        }
+        if (written)
+            ++running;
+    }
+    if (extended && rowsRecord) {
+        rowsRecord->setActionName(proxy->name());
+        proxy->addToList(rowsRecord.release(), nullptr);
+    }
+    for (auto& record : records)
+        proxy->addToList(record.release(), nullptr);
+    if (m_withUndoRedo && proxy->size() > 0) {
+        if (proxy->size() == 1) {
+            m_dataRoot->appendUndoAction(proxy->firstNode(), true);
+        } else {
+            m_dataRoot->appendUndoAction(proxy.release(), true);
+        }
+    }
+    if (m_rowsCanBeExtended)
+        m_dataRoot->checkValidRowCount();
+    for (MatrixData* node : m_columns)
+        if (node)
+            node->setMinMax(0, boost::dynamic_bitset<>());
+    beginResetModel();
+    endResetModel();
+    setModified(true);
+    emit dataModified(true);
+    return extended;
+}
+
+bool QVertexItemModel::dropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
+                                    const QModelIndex& parent)
+{
+    if (action == Qt::IgnoreAction)
+        return true;
+    if (!data || !data->hasFormat(kDragFormat) || !parent.isValid())
+        return false;
+    int columnCount = 0;
+    {
+        QDataStream in(data->data(kDragFormat));
+        in >> columnCount;
+        if (in.status() != QDataStream::Ok || columnCount <= 0 || columnCount > m_columnCount)
+            return false;
+    }
+    if (!m_dragStartIndex.isValid() || row < parent.row())
+        return false;
+    const int numberOfRows = row - parent.row() + 1;
+    const int startRow = parent.row();
+    const int startColumn = column - columnCount + 1;
+    const QString A = QString::number(startRow + 1);
+    const QString B = QString::number(startRow + numberOfRows);
+    for (int c = startColumn; c <= column; ++c) {
+        MatrixData* node = getNode(c);
+        if (!node || node->checkStateRoleExclusive())
+            continue;
+        // Coded cells and the data type column compare by the text the user reads; what is
+        // written back is the code (storableCell).
+        const QVariant::Type type = node->cellType();
+        const bool raw = type == QVariant::Icon || type == QVariant::KeySequence
+            || node->name() == QLatin1String("Data_Type");
+        auto read = [&](int stored) { return raw ? node->rawValue(stored) : node->value(stored, 0); };
+        const QVariant fill = read(this->row(index(m_dragStartIndex.row(), c)));
+        std::unique_ptr<MatrixDataRestore> restore;
+        if (m_withUndoRedo)
+            restore = std::make_unique<MatrixDataRestore>(
+                node, QStringLiteral("Drag/Drop: rows=") + A + QLatin1Char('-') + B + QStringLiteral(", column=") + node->name(),
+                false);
+        for (int r = startRow; r < startRow + numberOfRows; ++r) {
+            const int stored = this->row(index(r, c));
+            const QVariant old = read(stored);
+            if (old == fill || !node->isValueEditable(stored, c))
+                continue;
+            if (restore)
+                restore->dataStore(stored, storableCell(node, old));
+            node->setValue(stored, 0, storableCell(node, fill));
+        }
+        node->setMinMax(0, boost::dynamic_bitset<>());
+        if (restore && m_dataRoot)
+            m_dataRoot->appendUndoAction(restore.release(), true);
+        emit dataChanged(index(startRow, c), index(startRow + numberOfRows - 1, c));
+    }
+    setModified(true);
+    emit dataModified(true);
+    emit dropColumnData(startRow, numberOfRows, startColumn, columnCount);
+    m_dragStartIndex = QModelIndex();
+    return true;
 }
 
 } // namespace rkBase

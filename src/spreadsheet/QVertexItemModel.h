@@ -8,10 +8,12 @@
 
 #include <QAbstractItemModel>
 #include <QString>
+#include <QStringList>
 
 #include <string>
 #include <vector>
 
+class QMimeData;
 class QSettings;
 
 namespace rkBase {
@@ -93,6 +95,30 @@ public:
     // A new tree from what writeSettings stored, or null when nothing was stored.
     static MatrixData* readSettings(const QString& group, QSettings* settings);
 
+    // Copy, paste and the fill handle's drag. Clipboard text is tab-separated, rows end with a
+    // newline except the last, a blank cell is one space; numbers are in display units at 15
+    // significant digits, so that a copy pasted back restores the stored doubles.
+    QStringList mimeTypes() const override;
+    // The fill drag: the column count of the cells and the last cell's row; remembers cells[0]
+    // as the cell the fill repeats.
+    QMimeData* mimeData(const QModelIndexList& cells) const override;
+    // Text and HTML of the rectangle between the first and the last cell (view indexes, through
+    // the sorting proxy or not); null for no cell. Only the HTML carries the header line.
+    QMimeData* mimeDataForCopy(const QModelIndexList& cells) const;
+    QMimeData* getHTML_MimeData(const std::vector<int>& rows) const;
+    static QString toHTML(const QString& text);
+    // Pastes the text lines into the stored rows listed, from model column `column` rightwards;
+    // row is the first model row, for the undo record's name. False when a cell may not be
+    // edited (cells written so far stay, without an undo record) or when the paste wrote no
+    // row past the valid ones; true when it did, so the caller recounts the table.
+    bool setMimeData(const QMimeData& data, int row, int column, const QList<int>& rows);
+    // Repeats the drag start's cells over rows parent.row() .. row of the columns that end at
+    // `column`; rows and columns of this model, not of a proxy.
+    bool dropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
+                      const QModelIndex& parent) override;
+    Qt::DropActions supportedDropActions() const override;
+    QModelIndex dragStartIndex() const { return m_dragStartIndex; }
+
 public slots:
     void updateModel(int filterStepSize, const std::vector<int>& rows);
     void changeColumnHeaderName(MatrixData* node);
@@ -120,7 +146,8 @@ protected:
     bool m_rowsCanBeExtended = false;
     bool m_withMinMaxValues = true;
     bool m_showUnitTagInCells = false;
-    QModelIndex m_dragStartIndex;
+    // Set by mimeData(), which Qt declares const, when a fill drag starts.
+    mutable QModelIndex m_dragStartIndex;
     std::vector<std::string> m_unitCategories;
     std::vector<QString> m_columnNames;
     DisplayUnitManager* m_displayUnitManager;

@@ -11,6 +11,9 @@
 #include <QApplication>
 #include <QBitmap>
 #include <QContextMenuEvent>
+#include <QDragEnterEvent>
+#include <QDragMoveEvent>
+#include <QDropEvent>
 #include <QDrag>
 #include <QHeaderView>
 #include <QItemSelection>
@@ -1220,6 +1223,107 @@ void QVertexModelTableView::modifySelectedCells(QVariant value, QModifyCellsDial
         source->interpolate(sourceCells, proxyModel() ? validCellRows() : std::vector<int>());
     else
         source->modifySelectedCells(sourceCells, value, method, attributeColumn);
+}
+
+// ---------------------------------------------------------------------------------------------
+// Copy, paste and the fill handle's drop
+
+QMimeData* QVertexModelTableView::getSelectedData() const
+{
+    QVertexItemModel* source = vertexItemModel();
+    if (!source)
+        return nullptr;
+    // Column by column in view order: the first cell is the top left of the block, the last its
+    // bottom right.
+    return source->mimeDataForCopy(sortedSelectedIndexes());
+}
+
+void QVertexModelTableView::getMimeDataRowColumnSelection(const QMimeData& data, QList<int>& rows, int& column,
+                                                          int& row) const
+{
+    rows.clear();
+    column = row = 0;
+    QAbstractItemModel* m = model();
+    QVertexItemModel* source = vertexItemModel();
+    if (!m || !source)
+        return;
+    const QModelIndexList selected = sortedSelectedIndexes();
+    if (!selected.isEmpty()) {
+        row = selected.first().row();
+        column = selected.first().column();
+    }
+    const int lines = data.text().count(QLatin1Char('\n')) + 1;
+    for (int i = 0; i < lines; ++i) {
+        const QModelIndex cell = m->index(row + i, column);
+        if (row + i < m->rowCount() && cell.isValid())
+            rows.append(source->row(mapItemToSource(cell)));
+    }
+}
+
+bool QVertexModelTableView::setMimeData(const QMimeData& data)
+{
+    QVertexItemModel* source = vertexItemModel();
+    if (!source || !data.hasText())
+        return false;
+    QList<int> rows;
+    int column = 0, row = 0;
+    getMimeDataRowColumnSelection(data, rows, column, row);
+    if (!source->setMimeData(data, row, column, rows))
+        return false;
+    updateView();
+    return true;
+}
+
+void QVertexModelTableView::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (event->mimeData() && event->mimeData()->hasFormat(QStringLiteral("4drook/dragDrop.list")))
+        event->acceptProposedAction();
+    else
+        event->ignore();
+}
+
+void QVertexModelTableView::dragMoveEvent(QDragMoveEvent* event)
+{
+    QAbstractItemModel* m = model();
+    if (!m_cellDragEnabled || !m || !selectionModel() || !event->mimeData()
+        || !event->mimeData()->hasFormat(QStringLiteral("4drook/dragDrop.list"))) {
+        event->ignore();
+        return;
+    }
+    const QModelIndex current = currentIndex();
+    const int row = rowAt(event->pos().y());
+    if (current.isValid() && m_dragStartIndex.isValid() && row >= 0) {
+        const int top = std::min(row, m_dragStartIndex.row()), bottom = std::max(row, m_dragStartIndex.row());
+        const int left = std::min(current.column(), m_dragStartIndex.column());
+        const int right = std::max(current.column(), m_dragStartIndex.column());
+        selectionModel()->select(QItemSelection(m->index(top, left), m->index(bottom, right)),
+                                 QItemSelectionModel::ClearAndSelect);
+    }
+    const QRect area = viewport()->rect();
+    const int margin = autoScrollMargin();
+    if (event->pos().y() < area.top() + margin || event->pos().y() > area.bottom() - margin)
+        startAutoScroll();
+    event->acceptProposedAction();
+    viewport()->update();
+}
+
+void QVertexModelTableView::dropEvent(QDropEvent* event)
+{
+    m_cellDragEnabled = false;
+    QVertexItemModel* source = vertexItemModel();
+    const QModelIndexList cells = sortedSelectedIndexes();
+    if (!source || cells.isEmpty() || !m_cellDropAccepted || !event->mimeData()) {
+        event->ignore();
+        return;
+    }
+    // The cell model takes its own rows: the fill runs over source rows, whatever the sorting.
+    const QModelIndex first = mapItemToSource(cells.first());
+    const QModelIndex last = mapItemToSource(cells.last());
+    if (source->dropMimeData(event->mimeData(), event->proposedAction(), last.row(), last.column(), first))
+        event->acceptProposedAction();
+    else
+        event->ignore();
+    viewport()->update();
 }
 
 } // namespace rkBase

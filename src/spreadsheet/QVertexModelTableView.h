@@ -18,6 +18,7 @@
 #include <vector>
 
 class QMenu;
+class QMimeData;
 
 namespace rkBase {
 
@@ -108,6 +109,18 @@ public:
     // A fill from the selection is allowed: one row or one column of an editable, stored column
     // that is not the "Type" column and has no tick boxes.
     bool fillAllowed() const;
+
+    // Copy and paste of the selection, and the fill handle's drop.
+    // The selection as clipboard data (text and HTML), or null when nothing is selected.
+    QMimeData* getSelectedData() const;
+    // Pastes the clipboard text from the first selected cell (row 0, column 0 without a
+    // selection), one line a view row down from there.
+    bool setMimeData(const QMimeData& data);
+    // The stored rows a paste would write and its first cell, without writing.
+    void getMimeDataRowColumnSelection(const QMimeData& data, QList<int>& rows, int& column, int& row) const;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 public slots:
     virtual void updateView();
