@@ -2,6 +2,7 @@
 // stream and the attribute drag's stream. Each must either apply or refuse, never crash, and an
 // attribute drop that is refused must leave the tree as it was.
 #include <MatrixData.h>
+#include <TreeBytes.h>
 #include <QTreeItemModel.h>
 #include <QVertexItemModel.h>
 
@@ -33,13 +34,6 @@ std::unique_ptr<MatrixData> sheet()
     return root;
 }
 
-QByteArray bytesOf(const MatrixData& node)
-{
-    QByteArray bytes;
-    QDataStream out(&bytes, QIODevice::WriteOnly);
-    node.putDataOnStream(out, true);
-    return bytes;
-}
 } // namespace
 
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv)
@@ -72,11 +66,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     } else {
         rkBase::QTreeItemModel model(nullptr, root.get());
         mime.setData(QStringLiteral("4drkview/attribute.text.list"), rest);
-        const QByteArray before = bytesOf(*root);
+        const QByteArray before = treeBytes(*root);
         // Dropped on the group: new columns, no question to the user.
         const QModelIndex group = model.index(0, 0, model.index(0, 0));
         if (!model.dropMimeData(&mime, Qt::CopyAction, 0, 0, group.isValid() ? group : model.index(0, 0))
-            && bytesOf(*root) != before)
+            && treeBytes(*root) != before)
             std::abort();
     }
     return 0;

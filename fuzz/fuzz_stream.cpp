@@ -1,6 +1,7 @@
 // Feeds arbitrary bytes to the node reader. A read either succeeds, and then the node streams
 // out again and reads back to the same bytes, or fails and leaves the node exactly as it was.
 #include <MatrixData.h>
+#include <TreeBytes.h>
 
 #include <QByteArray>
 #include <QDataStream>
@@ -23,13 +24,6 @@ quint64 fnv1a(const QByteArray& bytes)
     return h;
 }
 
-QByteArray bytesOf(const MatrixData& node)
-{
-    QByteArray bytes;
-    QDataStream out(&bytes, QIODevice::WriteOnly);
-    node.putDataOnStream(out, true);
-    return bytes;
-}
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -52,17 +46,17 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
                     group ? QVariant::String : QVariant::Double, true);
     if (!group)
         node.setValue(1, 0, 42.0);
-    const QByteArray before = bytesOf(node);
+    const QByteArray before = treeBytes(node);
     QDataStream in(input);
     if (!node.getDataFromStream(in)) {
-        if (bytesOf(node) != before)
+        if (treeBytes(node) != before)
             std::abort();
         return 0;
     }
-    const QByteArray written = bytesOf(node);
+    const QByteArray written = treeBytes(node);
     MatrixData again(QStringLiteral("again"), group ? -1 : 1, group ? -1 : 1, group ? QVariant::String : QVariant::Double, true);
     QDataStream in2(written);
-    if (!again.getDataFromStream(in2) || bytesOf(again) != written)
+    if (!again.getDataFromStream(in2) || treeBytes(again) != written)
         std::abort();
     return 0;
 }

@@ -683,7 +683,11 @@ QModelIndex QVertexModelTableView::mapItemFromSource(const QModelIndex& index) c
 
 QString QVertexModelTableView::scrollToSelectedItem(bool rowMode)
 {
-    const QModelIndexList cells = sortedSelectedIndexes();
+    return scrollToItemOf(sortedSelectedIndexes(), rowMode);
+}
+
+QString QVertexModelTableView::scrollToItemOf(const QModelIndexList& cells, bool rowMode)
+{
     if (cells.isEmpty())
         return QString();
     if (m_currentItem < 0 || m_currentItem >= cells.size())
@@ -707,10 +711,11 @@ QString QVertexModelTableView::scrollToNextSelectedItem(bool rowMode)
 
 QString QVertexModelTableView::scrollToPreviousSelectedItem(bool rowMode)
 {
+    const QModelIndexList cells = sortedSelectedIndexes();
     --m_currentItem;
     if (m_currentItem < 0)
-        m_currentItem = std::max(0, static_cast<int>(sortedSelectedIndexes().size()) - 1);
-    return scrollToSelectedItem(rowMode);
+        m_currentItem = std::max(0, static_cast<int>(cells.size()) - 1);
+    return scrollToItemOf(cells, rowMode);
 }
 
 void QVertexModelTableView::aboutToClose(bool closing)
@@ -1233,9 +1238,13 @@ QMimeData* QVertexModelTableView::getSelectedData() const
     QVertexItemModel* source = vertexItemModel();
     if (!source)
         return nullptr;
-    // Column by column in view order: the first cell is the top left of the block, the last its
-    // bottom right.
-    return source->mimeDataForCopy(sortedSelectedIndexes());
+    // The copy takes the block between the first and the last cell of the sorted selection; the
+    // corners are found without sorting every selected index.
+    QModelIndex first, last;
+    selectionCorners(first, last);
+    if (!first.isValid())
+        return nullptr;
+    return source->mimeDataForCopy({first, last});
 }
 
 void QVertexModelTableView::getMimeDataRowColumnSelection(const QMimeData& data, QList<int>& rows, int& column,
@@ -1247,10 +1256,11 @@ void QVertexModelTableView::getMimeDataRowColumnSelection(const QMimeData& data,
     QVertexItemModel* source = vertexItemModel();
     if (!m || !source)
         return;
-    const QModelIndexList selected = sortedSelectedIndexes();
-    if (!selected.isEmpty()) {
-        row = selected.first().row();
-        column = selected.first().column();
+    QModelIndex first, last;
+    selectionCorners(first, last);
+    if (first.isValid()) {
+        row = first.row();
+        column = first.column();
     }
     const int lines = data.text().count(QLatin1Char('\n')) + 1;
     for (int i = 0; i < lines; ++i) {
@@ -1311,14 +1321,15 @@ void QVertexModelTableView::dropEvent(QDropEvent* event)
 {
     m_cellDragEnabled = false;
     QVertexItemModel* source = vertexItemModel();
-    const QModelIndexList cells = sortedSelectedIndexes();
-    if (!source || cells.isEmpty() || !m_cellDropAccepted || !event->mimeData()) {
+    QModelIndex firstCell, lastCell;
+    selectionCorners(firstCell, lastCell);
+    if (!source || !firstCell.isValid() || !m_cellDropAccepted || !event->mimeData()) {
         event->ignore();
         return;
     }
     // The cell model takes its own rows: the fill runs over source rows, whatever the sorting.
-    const QModelIndex first = mapItemToSource(cells.first());
-    const QModelIndex last = mapItemToSource(cells.last());
+    const QModelIndex first = mapItemToSource(firstCell);
+    const QModelIndex last = mapItemToSource(lastCell);
     if (source->dropMimeData(event->mimeData(), event->proposedAction(), last.row(), last.column(), first))
         event->acceptProposedAction();
     else

@@ -179,6 +179,7 @@ private:
     QItemSelection rangesOfSourceRows(const std::vector<int>& sourceRows) const;
     // The first and the last cell of sortedSelectedIndexes(), without building that list.
     void selectionCorners(QModelIndex& first, QModelIndex& last) const;
+    QString scrollToItemOf(const QModelIndexList& cells, bool rowMode);
 
     bool m_resizeToCellContents = false;
     bool m_isEmpty = true;

@@ -286,6 +286,13 @@ protected:
     // ---- numeric helpers (geometry, bias, statistics) ----
     // The north-east-down unit vector of a lineation.
     static gdfVertex lineVector(double plunge, double azimuth);
+    // The pole (isPole) or the line of an orientation from the sines and cosines of its dip or
+    // plunge and of its azimuth: the one expression every walk and the per-point cache use.
+    static gdfVertex orientationVector(double sinDip, double cosDip, double sinAzimuth, double cosAzimuth, bool isPole)
+    {
+        return isPole ? gdfVertex(-(cosAzimuth * sinDip), -(sinAzimuth * sinDip), cosDip)
+                      : gdfVertex(cosAzimuth * cosDip, sinAzimuth * cosDip, sinDip);
+    }
     // v turned about the unit axis by the angle of the given cosine and sine.
     static gdfVertex rotateVector(gdfVertex const& v, gdfVertex const& axis, double cosTheta, double sinTheta);
     // Column 0 of a row as an orientation; false for a blank, foreign or non-finite cell.

@@ -5,14 +5,16 @@
 // charts depend on which one they call; none of them may be "tidied" into another.
 #include "QRelationshipItemModel.h"
 
-#include "OrientationConstants.h"
 #include "FastTrig.h"
+#include "OrientationConstants.h"
 
 #include <CellColumn.h>
+#include <MatrixDataArray.h>
 #include <rkUtils.h>
 
 #include <algorithm>
 #include <cmath>
+#include <typeinfo>
 
 namespace rkBase {
 
@@ -43,6 +45,12 @@ gdfVertex QRelationshipItemModel::rotateVector(gdfVertex const& v, gdfVertex con
 
 bool QRelationshipItemModel::readOrientation(const MatrixData* data, int row, QPointF& point)
 {
+    // Stored point cells are read as they are; nodes that compute their cells (or a host's
+    // derived node) go through value().
+    const CellColumn* cells = data->cellColumn(0);
+    if (cells && cells->type() == QVariant::PointF
+        && (typeid(*data) == typeid(MatrixData) || typeid(*data) == typeid(MatrixDataArray)))
+        return cells->point(row, point) && std::isfinite(point.x()) && std::isfinite(point.y());
     const QVariant v = data->value(row, 0);
     // isNull() is no test here: a QPointF at the origin is null and still a real orientation.
     if (!v.isValid() || !v.canConvert<QPointF>())
@@ -266,7 +274,6 @@ void QRelationshipItemModel::rotateDataAboutRotationAxis(MatrixData* data, QPoin
     // The model's own list: sines and cosines from the per-point cache when it is current,
     // otherwise straight from the typed cells (the rotation invalidates the cache anyway).
     const bool cached = ownData && orientationCacheIsFresh();
-    const CellColumn* cells = ownData ? m_data->cellColumn(0) : nullptr;
     const bool filtered = m_partSelection && m_displayType == HighlightSelected;
     const int rows = data->validValueRowCount();
     for (int row = 0; row < rows; ++row) {
@@ -278,16 +285,12 @@ void QRelationshipItemModel::rotateDataAboutRotationAxis(MatrixData* data, QPoin
                 continue;
         } else {
             QPointF point;
-            if (cells) {
-                if (!cells->point(row, point) || !std::isfinite(point.x()) || !std::isfinite(point.y()))
-                    continue;
-            } else if (!readOrientation(data, row, point)) {
+            if (!readOrientation(data, row, point))
                 continue;
-            }
             double sa, ca, sb, cb;
             FastTrig::sinCos(point.x() * kDegToRad, sa, ca);
             FastTrig::sinCos(point.y() * kDegToRad, sb, cb);
-            v = isPole ? gdfVertex(-(cb * sa), -(sb * sa), ca) : gdfVertex(cb * ca, sb * ca, sa);
+            v = orientationVector(sa, ca, sb, cb, isPole);
         }
         const gdfVertex r = rotate(v, u, cosTheta, sinTheta);
         double p;

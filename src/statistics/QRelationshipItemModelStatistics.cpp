@@ -93,8 +93,8 @@ struct QRelationshipItemModel::OrientationCache {
 
     // The two vector forms; the totals and every pass use exactly these expressions, so a
     // total equals the sum a walk would make.
-    static gdfVertex pole(const double* t) { return gdfVertex(-(t[3] * t[0]), -(t[2] * t[0]), t[1]); }
-    static gdfVertex line(const double* t) { return gdfVertex(t[3] * t[1], t[2] * t[1], t[0]); }
+    static gdfVertex pole(const double* t) { return QRelationshipItemModel::orientationVector(t[0], t[1], t[2], t[3], true); }
+    static gdfVertex line(const double* t) { return QRelationshipItemModel::orientationVector(t[0], t[1], t[2], t[3], false); }
     gdfVertex pole(int row) const { return pole(&trig[4 * static_cast<std::size_t>(row)]); }
     gdfVertex line(int row) const { return line(&trig[4 * static_cast<std::size_t>(row)]); }
 };
@@ -127,7 +127,7 @@ bool QRelationshipItemModel::refreshOrientationCache()
     for (int row = 0; row < rows; ++row) {
         c.valid[static_cast<std::size_t>(row)] = 0;
         QPointF p;
-        if (!column->point(row, p) || !std::isfinite(p.x()) || !std::isfinite(p.y()))
+        if (!readOrientation(m_data, row, p))
             continue;
         double* t = &c.trig[4 * static_cast<std::size_t>(row)];
         FastTrig::sinCos(p.x() * kDegToRad, t[0], t[1]);
