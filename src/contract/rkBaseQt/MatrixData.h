@@ -154,6 +154,28 @@ public:
     static void plungeAndAzimuth(double& plunge, double& azimuth, const double& dip, const double& dipDirection,
                                  const double& pitch, const QString& pitchDirection);
 
+    // Contouring kernels on one triangle of a grid (x, y, values: its three vertices; values
+    // vary linearly inside). outX and outY must hold at least 8 entries. A NaN or infinite
+    // coordinate or value gives count 0.
+    //
+    // calculatePolygon: the part of the triangle where low <= v <= high, as a convex polygon in
+    // the triangle's winding order (count 0, or 3 to 5). A band that touches the triangle only
+    // along a level line gives 0, never a sliver of two points. A flat triangle (all three
+    // values equal) belongs to the band with low <= v < high, so of two adjacent bands exactly
+    // one claims it; a triangle flat at the very top level is claimed by no band unless the
+    // caller passes a higher (or infinite) high for the last band. The bands of one triangle
+    // tile it; low and high may be infinite, low >= high gives 0. Crossing points are computed
+    // from the lower-valued end of each edge, so neighbouring triangles and bands share them
+    // exactly.
+    static void calculatePolygon(const double* x, const double* y, const double* values, double low, double high,
+                                 double* outX, double* outY, int& count);
+    // calculateIsoline: the segment where v == level (count 2), or count 0. A level through a
+    // vertex gives that vertex once; a level touching only a vertex gives 0; a flat triangle on
+    // the level gives 0. An edge lying on the level is given only by the triangle whose third
+    // vertex is above it, so a contour along a shared edge is drawn once.
+    static void calculateIsoline(const double* x, const double* y, const double* values, double level,
+                                 double* outX, double* outY, int& count);
+
     // ---- tree ----
     QString name() const { return m_name; }
     void setName(const QString& name) { m_name = name; }
@@ -308,6 +330,13 @@ public:
     // Adds "Measured Depth" to every group below that has vertex columns and lacks one: the
     // running 3D distance along the rows. Returns the number of columns created.
     int createMeasuredDepth();
+    // On a one-column PointF node: true when the point lies inside the polygon through its
+    // valid rows, taken in row order and closed back to the first. A point on an edge or a
+    // vertex (within a billionth of the polygon's extent) is inside; a self-crossing outline
+    // counts by the even-odd rule, as the lasso is filled. False for fewer than three usable
+    // vertices (blank or non-finite points are skipped), a non-finite point, or a node that
+    // does not hold points.
+    bool pointInOrOut(const QPointF& point) const;
 
     // ---- undo ----
     // Takes ownership. Drops any actions that were undone and not redone. changesData is false
