@@ -1,0 +1,59 @@
+#pragma once
+// The legend of a chart's symbol or colour classes: one row per class id (the key 0 holds a
+// sample value of the attribute and is not shown). Only rows near the scroll position get a
+// rendered symbol, so a legend of a hundred thousand classes scrolls at the cost of one page.
+
+#include <QAbstractTableModel>
+#include <QColor>
+#include <QMap>
+#include <QVariant>
+
+namespace rkBase {
+
+class MatrixData;
+class QChartDrawingArea;
+class QRelationshipItemModel;
+
+class QLegendListModel : public QAbstractTableModel
+{
+    Q_OBJECT
+public:
+    enum LegendType { SymbolLegend = 0, ColorLegend = 1 };
+
+    QLegendListModel(QWidget* parent, QChartDrawingArea* chart, LegendType type);
+
+    int rowCount(const QModelIndex& parent = QModelIndex()) const override;
+    int columnCount(const QModelIndex& parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+
+    // The type of the class values, or Double while there are none.
+    QVariant::Type cellType() const;
+    // The symbol of a row, whatever the visible window.
+    QVariant symbol(int row) const;
+    void changeSymbolColor(const QModelIndex& index, const QColor& colour);
+
+    // Replaces the classes; the maps are keyed by class id.
+    void setClasses(const QMap<int, QVariant>& values, const QMap<int, QColor>& colours);
+    const QMap<int, QVariant>& classValues() const { return m_values; }
+    const QMap<int, QColor>& classColors() const { return m_colors; }
+    void setVisibleRows(int first, int last);
+    int firstVisibleRow() const { return m_firstVisibleRow; }
+    int lastVisibleRow() const { return m_lastVisibleRow; }
+    void setLineationModel(QRelationshipItemModel* model) { m_lineationModel = model; }
+    void setSymbolNode(MatrixData* node) { m_symbolNode = node; }
+    LegendType legendType() const { return m_type; }
+
+private:
+    QVariant decoration(int row) const;
+
+    QMap<int, QVariant> m_values;
+    QMap<int, QColor> m_colors;
+    int m_firstVisibleRow = 0;
+    int m_lastVisibleRow = 60;
+    QChartDrawingArea* m_chart;
+    QRelationshipItemModel* m_lineationModel = nullptr;
+    LegendType m_type;
+    MatrixData* m_symbolNode = nullptr;
+};
+
+} // namespace rkBase
