@@ -1120,8 +1120,19 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
     for (auto& p : fills)
         p.setFillRule(Qt::WindingFill);
     double outX[8], outY[8];
-    for (int i = 0; i < cellsX; ++i) {
-        for (int j = 0; j < cellsY; ++j) {
+    // A cell whose values all lie strictly inside one band is that band's colour throughout and
+    // crosses no level: runs of such cells along a row go in as one rectangle, which keeps the
+    // band paths small. Only cells that a level crosses are cut into triangles.
+    int runBand = -1;
+    double runLeft = 0.0, runTop = 0.0, runRight = 0.0;
+    auto flushRun = [&]() {
+        if (runBand >= 0 && m_contourFillOn)
+            fills[static_cast<std::size_t>(runBand)].addRect(QRectF(QPointF(runLeft, runTop), QPointF(runRight, runTop + d)));
+        runBand = -1;
+    };
+    for (int j = 0; j < cellsY; ++j) {
+        flushRun();
+        for (int i = 0; i < cellsX; ++i) {
             const double x0 = m_gridRect.left() + i * d, y0 = m_gridRect.top() + j * d;
             const double cx[4] = {x0, x0 + d, x0 + d, x0};
             const double cy[4] = {y0, y0, y0 + d, y0 + d};
@@ -1130,8 +1141,32 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
             for (double& v : cv)
                 v *= scale;
             const double centre = (cv[0] + cv[1] + cv[2] + cv[3]) / 4.0;
-            if (!std::isfinite(centre))
+            if (!std::isfinite(centre)) {
+                flushRun();
                 continue;
+            }
+            const double cellMin = std::min({cv[0], cv[1], cv[2], cv[3]});
+            const double cellMax = std::max({cv[0], cv[1], cv[2], cv[3]});
+            auto inside = std::lower_bound(bands.begin(), bands.end(), cellMin,
+                                           [](const ContourBand& b, double v) { return b.high <= v; });
+            if (inside != bands.end() && inside->low < cellMin && cellMax < inside->high) {
+                const int band = static_cast<int>(inside - bands.begin());
+                if (band == runBand && runRight == x0) {
+                    runRight = x0 + d;
+                } else {
+                    flushRun();
+                    runBand = band;
+                    runLeft = x0;
+                    runTop = y0;
+                    runRight = x0 + d;
+                }
+                continue;
+            }
+            if (cellMax < bands.front().low || cellMin > bands.back().high) {
+                flushRun();
+                continue;
+            }
+            flushRun();
             for (int k = 1; k <= 4; ++k) {
                 double tx[3], ty[3], tv[3];
                 setTriangle(k, cx, cy, cv, tx, ty, tv);
@@ -1182,13 +1217,22 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
             }
         }
     }
+    flushRun();
+    // Where iso-lines are drawn they cover every band edge, and an aliased fill is several
+    // times cheaper than an antialiased one of the same path.
+    const bool antialiased = painter->testRenderHint(QPainter::Antialiasing);
+    const bool linesCoverEdges = wantLines && drawLines;
+    if (linesCoverEdges)
+        painter->setRenderHint(QPainter::Antialiasing, false);
     for (std::size_t bi = 0; bi < bands.size(); ++bi) {
         if (fills[bi].isEmpty())
             continue;
-        painter->setPen(makePen(bands[bi].colour, 0.0));
+        // No outline: the band is one path, so its inner edges leave no seams to cover.
+        painter->setPen(Qt::NoPen);
         painter->setBrush(bands[bi].colour);
         painter->drawPath(fills[bi]);
     }
+    painter->setRenderHint(QPainter::Antialiasing, antialiased);
     painter->setBrush(Qt::NoBrush);
     for (std::size_t bi = 0; bi < bands.size(); ++bi) {
         if (lines[bi].isEmpty())
