@@ -52,7 +52,12 @@ void MatrixData::calculatePolygon(const double* x, const double* y, const double
     if (std::isnan(low) || std::isnan(high) || !(low < high))
         return;
     const double* v = values;
-    if (v[0] == v[1] && v[1] == v[2]) {
+    // Most bands miss most triangles of a grid: reject them before walking the edges.
+    const double vMin = std::min({v[0], v[1], v[2]});
+    const double vMax = std::max({v[0], v[1], v[2]});
+    if (vMax < low || vMin > high)
+        return;
+    if (vMin == vMax) {
         // Half-open band: a flat triangle on a level belongs to the band above it only.
         if (low <= v[0] && v[0] < high) {
             std::copy(x, x + 3, outX);
@@ -100,6 +105,8 @@ void MatrixData::calculateIsoline(const double* x, const double* y, const double
     if (!x || !y || !values || !outX || !outY || !finiteTriangle(x, y, values) || !std::isfinite(level))
         return;
     const double* v = values;
+    if (level < std::min({v[0], v[1], v[2]}) || level > std::max({v[0], v[1], v[2]}))
+        return;
     const int onLevel = (v[0] == level) + (v[1] == level) + (v[2] == level);
     if (onLevel == 3)
         return;
