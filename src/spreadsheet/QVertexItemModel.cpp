@@ -430,13 +430,15 @@ bool QVertexItemModel::clearData(const QModelIndexList& cells, const QVariant& v
     return true;
 }
 
-void QVertexItemModel::pushUndo(MatrixData* node, const QString& text, int row, const QVariant& old)
+MatrixDataRestore* QVertexItemModel::pushUndo(MatrixData* node, const QString& text, int row, const QVariant& old,
+                                              int column)
 {
     if (!m_withUndoRedo || !m_dataRoot)
-        return;
+        return nullptr;
     auto* restore = new MatrixDataRestore(node, text, false);
-    restore->dataStore(row, old);
+    restore->dataStore(row, column, old);
     m_dataRoot->appendUndoAction(restore, true);
+    return restore;
 }
 
 bool QVertexItemModel::setData(const QModelIndex& index, const QVariant& value, int role)
@@ -530,13 +532,19 @@ bool QVertexItemModel::setData(const QModelIndex& index, const QVariant& value, 
         return false;
     const bool checked = value.toInt() == Qt::Checked;
     if (node->checkStateActive()) {
-        pushUndo(node, QStringLiteral("Check State Changed: row=") + R + QStringLiteral(", column=") + N, r, node->value(r, 1));
+        pushUndo(node, QStringLiteral("Check State Changed: row=") + R + QStringLiteral(", column=") + N, r, node->value(r, 1),
+                 1);
         node->setValue(r, 1, checked);
     } else {
         if (node->checkStateRoleExclusive()) {
             if (old.toBool())
                 return false;
-            pushUndo(node, QStringLiteral("Check State Changed: row=") + R + QStringLiteral(", column=") + N, r, old);
+            MatrixDataRestore* restore =
+                pushUndo(node, QStringLiteral("Check State Changed: row=") + R + QStringLiteral(", column=") + N, r, old);
+            // Every other row is reset too; the undo must give back the tick it takes away.
+            for (int other = 0; restore && other < node->rowCount(); ++other)
+                if (other != r && node->value(other, 0) != QVariant(false))
+                    restore->dataStore(other, node->value(other, 0));
             node->setDefaultValue1(QVariant(false));
             emit dataChanged(this->index(0, index.column()), this->index(std::max(0, m_rowCount - 1), index.column()));
         } else {

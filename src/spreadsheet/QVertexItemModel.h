@@ -20,6 +20,7 @@ namespace rkBase {
 
 class DisplayUnitManager;
 class MatrixData;
+class MatrixDataRestore;
 
 class QVertexItemModel : public QAbstractItemModel
 {
@@ -131,7 +132,8 @@ signals:
 
 protected:
     void resetFirstRowInternalPointer(const std::vector<int>& rows);
-    void pushUndo(MatrixData* node, const QString& text, int row, const QVariant& old);
+    // Null when no record is kept.
+    MatrixDataRestore* pushUndo(MatrixData* node, const QString& text, int row, const QVariant& old, int column = 0);
     void connectUnits();
 
     bool m_withFieldData;

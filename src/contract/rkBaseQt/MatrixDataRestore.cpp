@@ -57,7 +57,11 @@ void MatrixDataRestore::dataStore(int row, const QVariant& oldValue)
 
 void MatrixDataRestore::dataStore(int row, int column, const QVariant& oldValue)
 {
-    m_cells.push_back({row, column, oldValue, QVariant()});
+    // Callers may hand over the cell as the user saw it (an edit keeps the shown text, rounded
+    // and in display units). Undo must give back the stored value itself, so the cell is read
+    // here, before the change; the value handed over serves only where there is no cell.
+    const bool hasCell = m_node && !m_node->isGroup();
+    m_cells.push_back({row, column, hasCell ? m_node->value(row, column) : oldValue, QVariant()});
 }
 
 void MatrixDataRestore::setOldName(const QString& name)
