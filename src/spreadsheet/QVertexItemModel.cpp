@@ -390,7 +390,8 @@ bool QVertexItemModel::clearData(const QModelIndexList& cells, const QVariant& v
     const bool blanking = !value.isValid() || value.toString().isEmpty();
     bool changed = false;
     for (const QModelIndex& cell : cells) {
-        MatrixData* node = cell.isValid() ? nodeFromIndex(cell) : nullptr;
+        // Only cells of this model: a proxy's index carries no node of ours.
+        MatrixData* node = cell.isValid() && cell.model() == this ? nodeFromIndex(cell) : nullptr;
         if (!node || !node->isNodeEditable())
             continue;
         if (!proxy->parent())
@@ -398,19 +399,16 @@ bool QVertexItemModel::clearData(const QModelIndexList& cells, const QVariant& v
         if (blanking && !node->nodeCanBeBlank())
             continue;
         const int r = row(cell);
-        const QVariant old = node->value(r, 0);
-        if (blanking) {
-            const QString oldText = data(cell, Qt::DisplayRole).toString();
-            if (oldText.isEmpty())
-                continue;
-            if (m_withUndoRedo) {
-                auto* restore = new MatrixDataRestore(node, QStringLiteral("Clear Cell: value=") + oldText
-                                                                + QStringLiteral(", row=") + QString::number(cell.row() + 1)
-                                                                + QStringLiteral(", column=") + node->name(),
-                                                      false);
-                restore->dataStore(r, old);
-                proxy->addToList(restore, node);
-            }
+        const QString oldText = data(cell, Qt::DisplayRole).toString();
+        if (blanking && oldText.isEmpty())
+            continue;
+        if (m_withUndoRedo) {
+            auto* restore = new MatrixDataRestore(node, QStringLiteral("Clear Cell: value=") + oldText
+                                                            + QStringLiteral(", row=") + QString::number(cell.row() + 1)
+                                                            + QStringLiteral(", column=") + node->name(),
+                                                  false);
+            restore->dataStore(r, node->value(r, 0));
+            proxy->addToList(restore, node);
         }
         node->setValue(r, 0, value);
         node->setMinMax(0, boost::dynamic_bitset<>());

@@ -292,7 +292,7 @@ void TestVertexItemModel::undoGivesBackStoredValues_data()
 {
     QTest::addColumn<QString>("operation");
     QTest::addColumn<int>("records");
-    for (const char* op : {"edit", "clear by edit", "clear", "paste", "fill", "modify", "interpolate",
+    for (const char* op : {"edit", "clear by edit", "clear", "replace", "paste", "fill", "modify", "interpolate",
                            "exclusive tick", "tick beside text"})
         QTest::newRow(op) << QString::fromLatin1(op) << 1;
 }
