@@ -1189,6 +1189,12 @@ bool QVertexItemModel::dropMimeData(const QMimeData* data, Qt::DropAction action
         return true;
     if (!data || !data->hasFormat(kDragFormat) || !parent.isValid())
         return false;
+    // Rows and columns are those of the view that took the drop. Through a sorting or filtering
+    // proxy each view row maps to its own source row, so that the fill reaches exactly the rows
+    // the user sees.
+    const auto* proxy = qobject_cast<const QAbstractProxyModel*>(parent.model());
+    if (parent.model() != this && (!proxy || proxy->sourceModel() != this))
+        return false;
     int columnCount = 0;
     {
         QDataStream in(data->data(kDragFormat));
@@ -1201,9 +1207,18 @@ bool QVertexItemModel::dropMimeData(const QMimeData* data, Qt::DropAction action
     const int numberOfRows = row - parent.row() + 1;
     const int startRow = parent.row();
     const int startColumn = column - columnCount + 1;
+    // Mapped before the first write: a write may re-sort or re-filter the proxy.
+    std::vector<int> modelRows, modelColumns;
+    modelRows.reserve(static_cast<std::size_t>(numberOfRows));
+    for (int r = startRow; r <= row; ++r) {
+        const QModelIndex cell = proxy ? proxy->mapToSource(proxy->index(r, startColumn)) : index(r, startColumn);
+        modelRows.push_back(cell.isValid() ? cell.row() : -1);
+    }
+    for (int c = startColumn; c <= column; ++c)
+        modelColumns.push_back(proxy ? proxy->mapToSource(proxy->index(startRow, c)).column() : c);
     const QString A = QString::number(startRow + 1);
     const QString B = QString::number(startRow + numberOfRows);
-    for (int c = startColumn; c <= column; ++c) {
+    for (int c : modelColumns) {
         MatrixData* node = getNode(c);
         if (!node || node->checkStateRoleExclusive())
             continue;
@@ -1219,19 +1234,25 @@ bool QVertexItemModel::dropMimeData(const QMimeData* data, Qt::DropAction action
             restore = std::make_unique<MatrixDataRestore>(
                 node, QStringLiteral("Drag/Drop: rows=") + A + QLatin1Char('-') + B + QStringLiteral(", column=") + node->name(),
                 false);
-        for (int r = startRow; r < startRow + numberOfRows; ++r) {
-            const int stored = this->row(index(r, c));
+        int top = m_rowCount, bottom = -1;
+        for (int m : modelRows) {
+            if (m < 0)
+                continue;
+            const int stored = this->row(index(m, c));
             const QVariant old = read(stored);
             if (old == fill || !node->isValueEditable(stored, c))
                 continue;
             if (restore)
                 restore->dataStore(stored, storableCell(node, old));
             node->setValue(stored, 0, storableCell(node, fill));
+            top = std::min(top, m);
+            bottom = std::max(bottom, m);
         }
         node->setMinMax(0, boost::dynamic_bitset<>());
         if (restore && m_dataRoot)
             m_dataRoot->appendUndoAction(restore.release(), true);
-        emit dataChanged(index(startRow, c), index(startRow + numberOfRows - 1, c));
+        if (bottom >= 0)
+            emit dataChanged(index(top, c), index(bottom, c));
     }
     setModified(true);
     emit dataModified(true);
