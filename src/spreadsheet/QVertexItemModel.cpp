@@ -1073,11 +1073,11 @@ bool QVertexItemModel::setMimeData(const QMimeData& data, int row, int column, c
     const int lineCount = lines.size();
     auto proxy = std::make_unique<MatrixDataRestoreProxy>();
     // One sub-action per column, in order of first write, handed to the proxy at the end. The
-    // recount after a paste that adds rows lengthens every column of the sheet: a record of the
-    // whole group, taken before the first write and undone last, shortens them again.
+    // recount after a paste that adds rows lengthens every column of the tree: the first record,
+    // taken before the first write and undone last, shortens them again. So a one-column paste
+    // stays one record, with the one name.
     std::vector<std::unique_ptr<MatrixDataRestore>> records;
     QHash<MatrixData*, MatrixDataRestore*> recordOf;
-    std::unique_ptr<MatrixDataRestore> rowsRecord;
     bool extended = false;
     int running = 0;
     for (int i = 0; i < lineCount && running < targets.size(); ++i) {
@@ -1109,8 +1109,6 @@ bool QVertexItemModel::setMimeData(const QMimeData& data, int row, int column, c
             if (!proxy->parent())
                 proxy->setParent(node->parent());
             if (m_withUndoRedo) {
-                if (m_rowsCanBeExtended && !rowsRecord && node->parent())
-                    rowsRecord = std::make_unique<MatrixDataRestore>(node->parent(), QString(), false);
                 MatrixDataRestore* record = recordOf.value(node, nullptr);
                 if (!record) {
                     records.push_back(std::make_unique<MatrixDataRestore>(
@@ -1120,6 +1118,8 @@ bool QVertexItemModel::setMimeData(const QMimeData& data, int row, int column, c
                         false));
                     record = records.back().get();
                     recordOf.insert(node, record);
+                    if (m_rowsCanBeExtended && records.size() == 1)
+                        record->recordRowCounts(m_dataRoot);
                 }
                 record->dataStore(sourceRow, storableCell(node, node->rawValue(sourceRow)));
             }
@@ -1156,10 +1156,6 @@ bool QVertexItemModel::setMimeData(const QMimeData& data, int row, int column, c
         }
         if (written)
             ++running;
-    }
-    if (extended && rowsRecord) {
-        rowsRecord->setActionName(proxy->name());
-        proxy->addToList(rowsRecord.release(), nullptr);
     }
     for (auto& record : records)
         proxy->addToList(record.release(), nullptr);

@@ -259,8 +259,11 @@ void TestClipboard::pasteUndo_data()
                                                     << "5\t6\ta\n7\t8\tb\n3\t12\tc";
     QTest::newRow("one column pushes its record alone") << "5\n7" << false << true << "Paste: rows=1-1, column=depth"
                                                         << "5\t10\ta\n7\t11\tb\n3\t12\tc";
-    QTest::newRow("rows added are undone") << "5\n6\n7\n8" << true << true << "Paste: rows=1-4, column=depth"
-                                           << "5\t10\ta\n6\t11\tb\n7\t12\tc\n8\t_\t_";
+    QTest::newRow("rows added are undone in the one record") << "5\n6\n7\n8" << true << true
+                                                             << "Paste: rows=1-3, column=depth"
+                                                             << "5\t10\ta\n6\t11\tb\n7\t12\tc\n8\t_\t_";
+    QTest::newRow("a block adding rows") << "5\t6\n7\t8\n9\t1\n3\t4" << true << true << "Paste: rows=1-4, columns=1-2"
+                                         << "5\t6\ta\n7\t8\tb\n9\t1\tc\n3\t4\t_";
     QTest::newRow("a refused cell drops the record") << "5\t6" << false << false << QString() << "5\t10\ta\n2\t11\tb\n3\t12\tc";
 }
 
