@@ -3,6 +3,7 @@
 #include <MatrixData.h>
 #include <MatrixDataRestore.h>
 #include <QModifyCellsDialog.h>
+#include <QSelectCellsDialog.h>
 #include <QSortFilterProxyVertexItemModel.h>
 #include <QVertexItemModel.h>
 #include <QVertexModelTableView.h>
@@ -114,6 +115,8 @@ private slots:
     void dialogMethods_data();
     void dialogMethods();
     void dialogForm();
+    void selectDialogTitle_data();
+    void selectDialogTitle();
 };
 
 void TestModifyCells::modify_data()
@@ -391,6 +394,22 @@ void TestModifyCells::dialogForm()
     QCOMPARE(clicked.count(), 2);
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
     QVERIFY(!dialog.applyTo3DView());
+}
+
+void TestModifyCells::selectDialogTitle_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("none: the form's own") << QString() << "Select Value(s)";
+    QTest::newRow("given") << "Select Cell(s)" << "Select Cell(s)";
+}
+
+void TestModifyCells::selectDialogTitle()
+{
+    QFETCH(QString, title);
+    QFETCH(QString, shown);
+    QSelectCellsDialog dialog(title, false, nullptr);
+    QCOMPARE(dialog.windowTitle(), shown);
 }
 
 QTEST_MAIN(TestModifyCells)
