@@ -1224,9 +1224,7 @@ void QDataAnalyserDialog::initializeTestData()
         x->setValue(r, 0, 1.0 + r);
         y->setValue(r, 0, 1.0 + r);
     }
-    MatrixData* z = addColumn(vertex, QStringLiteral("Z"), 20, QVariant::Double);
-    z->setDefaultValue2(30.0);
-    z->setDefaultValue1(30.0);
+    addColumn(vertex, QStringLiteral("Z"), 20, QVariant::Double)->setDefaultValue2(30.0);
     addCompactionAndVelocity(m_dataRoot);
     MatrixData* thickness = addGroup(m_dataRoot, QStringLiteral("Thickness"));
     int value = 120;

@@ -6,13 +6,17 @@
 #include <QSortFilterProxyVertexItemModel.h>
 #include <QVertexItemModel.h>
 #include <QVertexMinMaxItemModel.h>
+#include <QVertexMinMaxModelTableView.h>
 #include <QVertexModelTableView.h>
 #include <TabWidgetWithFloatingTabs.h>
+#include <TreeBytes.h>
 #include <UnitRegistry.h>
 
 #include <QtTest>
 
 #include <QAction>
+#include <QClipboard>
+#include <QHeaderView>
 #include <QComboBox>
 #include <QFrame>
 #include <QGroupBox>
@@ -155,10 +159,17 @@ void TestDataAnalyserDialog::testData_data()
     QTest::addColumn<int>("which");
     QTest::addColumn<QStringList>("groups");
     QTest::addColumn<int>("ticked");
-    QTest::newRow("test data") << 0 << QStringList{"Vertex", "Compaction", "Time/Depth Conversion", "Thickness", "Container Group"} << 5;
-    QTest::newRow("rock properties") << 1 << QStringList{"Compounds", "Compaction", "Time/Depth Conversion"} << 3;
-    QTest::newRow("stratigraphy") << 2 << QStringList{"Stratigraphy"} << 5;
-    QTest::newRow("dummy") << 3 << QStringList{"Sheet1"} << 14;
+    QTest::addColumn<QStringList>("cells"); // "column|row|text", an empty text for a blank cell
+    QTest::newRow("test data") << 0 << QStringList{"Vertex", "Compaction", "Time/Depth Conversion", "Thickness", "Container Group"} << 5
+                               << QStringList{"X|0|1", "Y|19|20", "Z|0|", "Z|19|", "Porosity|4|0.5", "Porosity|9|0.56",
+                                              "Porosity|5|", "Velocity|2|2100", "Initial Velocity|8|2500",
+                                              "Initial Velocity|0|", "Thickness 3|7|140", "Color|0|"};
+    QTest::newRow("rock properties") << 1 << QStringList{"Compounds", "Compaction", "Time/Depth Conversion"} << 3
+                                     << QStringList{"Sand|0|100", "Sand|1|0", "Shale|1|100", "Carbonate|0|", "Velocity|5|1800"};
+    QTest::newRow("stratigraphy") << 2 << QStringList{"Stratigraphy"} << 5
+                                  << QStringList{"Horizon|3|Eocene1", "Rock Properties|5|ShalySand", "Age|0|10",
+                                                 "Depth(Average)|0|"};
+    QTest::newRow("dummy") << 3 << QStringList{"Sheet1"} << 14 << QStringList{"A|0|", "N|199|"};
 }
 
 void TestDataAnalyserDialog::testData()
@@ -166,6 +177,7 @@ void TestDataAnalyserDialog::testData()
     QFETCH(int, which);
     QFETCH(QStringList, groups);
     QFETCH(int, ticked);
+    QFETCH(QStringList, cells);
     UnitRegistry registry;
     QDataAnalyserDialog d;
     d.dataRoot()->setRegistry(&registry);
@@ -180,8 +192,20 @@ void TestDataAnalyserDialog::testData()
         names << g->name();
     QCOMPARE(names, groups);
     QCOMPARE(d.dataRoot()->numberOfSelectedItems(), ticked);
-    if (which == 1)
+    for (const QString& cell : cells) {
+        const QStringList parts = cell.split(QLatin1Char('|'));
+        MatrixData* column = d.dataRoot()->getNodeFromName(parts[0]);
+        QVERIFY2(column, qPrintable(parts[0]));
+        const QVariant value = column->value(parts[1].toInt(), 0);
+        QVERIFY2(parts[2].isEmpty() ? !value.isValid() : value.toString() == parts[2], qPrintable(cell));
+    }
+    // A second default is only a default: it fills no cell.
+    if (which == 0)
+        QCOMPARE(d.dataRoot()->getNodeFromName(QStringLiteral("Z"))->defaultValue2(), 30.0);
+    if (which == 1) {
+        QCOMPARE(d.dataRoot()->getNodeFromName(QStringLiteral("Carbonate"))->defaultValue2(), 30.0);
         QCOMPARE(d.dataRoot()->maxName(), QStringLiteral("Shale"));
+    }
 }
 
 void TestDataAnalyserDialog::changeDataRoot()
@@ -429,18 +453,22 @@ void TestDataAnalyserDialog::markerVisibility_data()
     QTest::addColumn<bool>("top");
     QTest::addColumn<bool>("fault");
     QTest::addColumn<bool>("visible");
+    QTest::addColumn<bool>("withV"); // false: "$V" is taken out of the tree first
     QTest::addColumn<QList<int>>("shown");
     // Rows: 0 a dip, 1 a SCAT dip, 2 a top (no dip, a horizon), 3 a fault, 4 a horizon with a dip.
-    QTest::newRow("all shown") << true << false << false << false << false << true << QList<int>{0, 1, 2, 3, 4};
-    QTest::newRow("all hidden") << true << false << false << false << false << false << QList<int>{};
-    QTest::newRow("SCAT only") << false << true << false << false << false << true << QList<int>{1};
-    QTest::newRow("tops: by type and by the blank dip") << false << false << false << true << false << true
+    QTest::newRow("all shown") << true << false << false << false << false << true << true << QList<int>{0, 1, 2, 3, 4};
+    QTest::newRow("all hidden") << true << false << false << false << false << false << true << QList<int>{};
+    QTest::newRow("SCAT only") << false << true << false << false << false << true << true << QList<int>{1};
+    QTest::newRow("tops: by type and by the blank dip") << false << false << false << true << false << true << true
                                                         << QList<int>{0, 2};
-    QTest::newRow("faults") << false << false << false << false << true << true << QList<int>{3};
-    QTest::newRow("decimated falls back to dip and azimuth") << false << false << true << false << false << true
+    QTest::newRow("faults") << false << false << false << false << true << true << true << QList<int>{3};
+    QTest::newRow("decimated falls back to dip and azimuth") << false << false << true << false << false << true << true
                                                              << QList<int>{0, 1, 4};
-    QTest::newRow("the flag does not hide what passes") << false << true << false << false << false << false
+    QTest::newRow("the flag does not hide what passes") << false << true << false << false << false << false << true
                                                         << QList<int>{1};
+    // Every flag set to hide: a lookalike column must not stand in for "$V".
+    QTest::newRow("without $V nothing happens") << true << true << true << true << true << false << false
+                                                << QList<int>{0, 1, 2, 3, 4};
 }
 
 void TestDataAnalyserDialog::markerVisibility()
@@ -451,6 +479,7 @@ void TestDataAnalyserDialog::markerVisibility()
     QFETCH(bool, top);
     QFETCH(bool, fault);
     QFETCH(bool, visible);
+    QFETCH(bool, withV);
     QFETCH(QList<int>, shown);
     UnitRegistry registry;
     auto d = makeDialog(registry);
@@ -471,16 +500,21 @@ void TestDataAnalyserDialog::markerVisibility()
     column("azimuth", QVariant::Double, {100.0, 200.0, none, none, 300.0});
     column("Horizon", QVariant::String, {none, none, "H1", none, "H2"});
     column("Type", QVariant::String, {"Top", "Dip", "Horizon", "Fault", "Dip"});
+    std::unique_ptr<MatrixData> detached;
+    if (!withV) {
+        markers->removeChild(v);
+        detached.reset(v);
+        column("V", QVariant::Bool, {true, true, true, true, true});
+    }
+    const QByteArray before = treeBytes(*d->dataRoot());
     d->setMarkerVisibility(all, scat, decimated, top, fault, visible);
     QList<int> got;
     for (int r = 0; r < 5; ++r)
         if (v->value(r, 0).toBool())
             got << r;
     QCOMPARE(got, shown);
-    // Without "$V" nothing at all happens.
-    markers->removeChild(v);
-    d->setMarkerVisibility(true, false, false, false, false, false);
-    delete v;
+    if (!withV)
+        QCOMPARE(treeBytes(*d->dataRoot()), before);
 }
 
 void TestDataAnalyserDialog::selectCellsDialog()
