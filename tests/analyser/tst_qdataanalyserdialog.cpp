@@ -86,6 +86,12 @@ private slots:
     void markerVisibility_data();
     void markerVisibility();
     void selectCellsDialog();
+    void hideTakesTheSelectDialogAlong();
+    void headerClicks_data();
+    void headerClicks();
+    void minMaxSignalsReachTheSheet();
+    void refusedPasteKeepsTheSelection();
+    void collectionSlotTakesTheEnum();
     void cellViewKeepsItsOffset();
 };
 
@@ -546,6 +552,95 @@ void TestDataAnalyserDialog::selectCellsDialog()
     QVERIFY(dlg->rowNumberText().isEmpty());
     QVERIFY(d->hideSelectValueCellsDlg());
     QVERIFY(!d->hideSelectValueCellsDlg());
+}
+
+void TestDataAnalyserDialog::hideTakesTheSelectDialogAlong()
+{
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    d->show();
+    QVERIFY(QTest::qWaitForWindowExposed(d.get()));
+    d->showSelectValueCellsDlg();
+    QVERIFY(d->selectCellsDialog()->isVisible());
+    d->hide();
+    QVERIFY(!d->selectCellsDialog()->isVisible());
+}
+
+void TestDataAnalyserDialog::headerClicks_data()
+{
+    QTest::addColumn<QString>("header");
+    QTest::addColumn<int>("selectedColumn"); // -1: the selection is left alone
+    QTest::addColumn<bool>("rectangleOff");
+    // With a min/max table its header is the only one shown.
+    QTest::newRow("min/max header selects the column") << "min/max" << 2 << false;
+    QTest::newRow("row header") << "rows" << -1 << true;
+}
+
+void TestDataAnalyserDialog::headerClicks()
+{
+    QFETCH(QString, header);
+    QFETCH(int, selectedColumn);
+    QFETCH(bool, rectangleOff);
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    d->show();
+    QVERIFY(QTest::qWaitForWindowExposed(d.get()));
+    QVertexModelTableView* table = d->vertexTable();
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(d->proxyModel()->index(0, 0)).center());
+    // X and Y hold 1 and 2 in rows 0 and 1; the scroll buttons then stand on a found cell.
+    QVERIFY(table->selectCells(QStringLiteral("3"), QString(), QSelectCellsDialog::LessThan, false, false, false) > 0);
+    table->scrollToNextSelectedItem(false);
+    QVERIFY(table->selectionRectangleOn());
+    QVERIFY(table->currentItem() >= 0);
+    const QHeaderView* clicked = header == QLatin1String("rows") ? table->verticalHeader()
+                                                                 : d->minMaxVertexTable()->horizontalHeader();
+    emit const_cast<QHeaderView*>(clicked)->sectionClicked(selectedColumn >= 0 ? selectedColumn : 0);
+    QCOMPARE(table->currentItem(), -1);
+    if (rectangleOff)
+        QVERIFY(!table->selectionRectangleOn());
+    if (selectedColumn >= 0)
+        QVERIFY(table->selectionModel()->isColumnSelected(selectedColumn, QModelIndex()));
+}
+
+void TestDataAnalyserDialog::minMaxSignalsReachTheSheet()
+{
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    // An edit in the min/max table changes cells the sheet shows: the sheet reads them anew.
+    QSignalSpy sheetReset(d->vertexItemModel(), SIGNAL(modelReset()));
+    emit d->minMaxVertexItemModel()->dataModified(true);
+    QVERIFY(!sheetReset.isEmpty());
+    // A column kept in a unit of its own is converted to the model unit on request.
+    MatrixData* x = d->vertexItemModel()->getNode(0);
+    x->setUnitManager(UnitRegistry::CATEGORY_ELEVATION);
+    x->setNodeUnitKey(1); // feet
+    emit d->minMaxVertexTable()->convertNodeUnits(d->vertexItemModel()->index(0, 0));
+    QCOMPARE(x->nodeUnitKey(), -1);
+    QVERIFY(qFuzzyCompare(x->toDouble(1, 0), 2 * 0.3048));
+}
+
+void TestDataAnalyserDialog::refusedPasteKeepsTheSelection()
+{
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    MatrixData* x = d->vertexItemModel()->getNode(0);
+    x->setNodeEditable(false);
+    const QByteArray before = treeBytes(*d->dataRoot());
+    boost::dynamic_bitset<> bits(20);
+    bits.set(6);
+    bits.set(7);
+    d->vertexTable()->setNewRowSelection(bits);
+    QApplication::clipboard()->setText(QStringLiteral("5\t6"));
+    d->pasteFromClipboard();
+    QCOMPARE(treeBytes(*d->dataRoot()), before);
+    QCOMPARE(d->vertexTable()->selectedRows(0), (std::vector<int>{6, 7}));
+}
+
+void TestDataAnalyserDialog::collectionSlotTakesTheEnum()
+{
+    // Subclasses override it and string-based connections name it by its collection type.
+    const QByteArray slot = QMetaObject::normalizedSignature("updateChartDataSetSelectionBox(MatrixData::AttributeCollection)");
+    QVERIFY(QDataAnalyserDialog::staticMetaObject.indexOfSlot(slot) >= 0);
 }
 
 void TestDataAnalyserDialog::cellViewKeepsItsOffset()
