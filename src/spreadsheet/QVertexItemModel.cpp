@@ -1207,7 +1207,7 @@ bool QVertexItemModel::dropMimeData(const QMimeData* data, Qt::DropAction action
     std::vector<int> modelRows, modelColumns;
     modelRows.reserve(static_cast<std::size_t>(numberOfRows));
     for (int r = startRow; r <= row; ++r) {
-        const QModelIndex cell = proxy ? proxy->mapToSource(proxy->index(r, startColumn)) : index(r, startColumn);
+        const QModelIndex cell = proxy ? proxy->mapToSource(proxy->index(r, column)) : index(r, column);
         modelRows.push_back(cell.isValid() ? cell.row() : -1);
     }
     for (int c = startColumn; c <= column; ++c)
