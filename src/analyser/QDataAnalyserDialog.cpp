@@ -47,6 +47,11 @@ struct ChartKey {
 const ChartKey kChartKeys[] = {{"BARCHART", 1},   {"HISTOGRAM", 2},   {"CROSSPLOT", 0},  {"ROSEPLOT", 3},
                                {"STEREOPLOT", 4}, {"TANGENTPLOT", 5}, {"WELLLOGPLOT", 6}};
 
+// The order in which the chart combo boxes are refilled.
+const MatrixData::AttributeCollection kChartCollections[] = {MatrixData::SymbolAttributes, MatrixData::NumericAttributes,
+                                                             MatrixData::OrientationAttributes, MatrixData::ColorAttributes,
+                                                             MatrixData::PitchAndGroupAttributes};
+
 class WaitCursor
 {
 public:
@@ -156,7 +161,7 @@ void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tab
         m_minMaxVertexTable->resetEmpty();
     }
     syncColumnWidths();
-    for (int collection : {3, 1, 4, 2, 5})
+    for (MatrixData::AttributeCollection collection : kChartCollections)
         updateChartDataSetSelectionBox(collection);
     updateFilterComboBox();
     slotTabWidgetChanged();
@@ -246,6 +251,7 @@ void QDataAnalyserDialog::createTableWidget(QMenu* menu, int minMaxMode, bool wi
     connect(m_minMaxVertexItemModel, SIGNAL(dataModified(bool)), this, SLOT(slotDataModified(bool)));
     connect(m_minMaxVertexItemModel, SIGNAL(dataModified(bool)), this, SLOT(updateChartDataSetSelectionBoxes()));
     connect(m_minMaxVertexItemModel, SIGNAL(unitCategoryChanged()), this, SLOT(hideShowOrientationWindows()));
+    connect(m_minMaxVertexTable, SIGNAL(convertNodeUnits(QModelIndex)), m_vertexTable, SLOT(slotConvertNodeUnits(QModelIndex)));
     m_minMaxVertexTable->setModel(m_minMaxVertexItemModel);
     m_minMaxVertexTable->setProxyModel(m_proxyModel);
     m_minMaxVertexTable->setCurrentIndex(m_minMaxVertexItemModel->index(0, 0));
@@ -257,14 +263,19 @@ void QDataAnalyserDialog::createTableWidget(QMenu* menu, int minMaxMode, bool wi
         minMaxFrame->hide();
 
     connect(m_minMaxVertexTable, SIGNAL(sectionResized(int, int, int)), m_vertexTable, SLOT(setColumnWidth(int, int, int)));
+    // With a min/max table its header is the only one shown: a click there selects the column.
+    connect(m_minMaxVertexTable, SIGNAL(sectionClicked(int)), m_vertexTable, SLOT(slotSectionClicked(int)));
     connect(m_minMaxVertexTable, SIGNAL(sectionClicked(int)), m_minMaxVertexTable, SLOT(slotClearSelection()));
     connect(m_vertexTable, SIGNAL(sliderMoved(int)), m_minMaxVertexTable, SLOT(slotSliderMoved(int)));
     connect(m_vertexTable, SIGNAL(clicked(QModelIndex)), this, SLOT(checkResetChartsUpdateNeeded()));
     connect(m_vertexTable, SIGNAL(clicked(QModelIndex)), m_minMaxVertexTable, SLOT(slotClearSelection()));
     connect(m_vertexTable, SIGNAL(clicked(QModelIndex)), this, SLOT(enablePasteAction()));
     connect(m_vertexTable->verticalHeader(), SIGNAL(sectionClicked(int)), this, SLOT(markAllChartsForUpdate()));
+    connect(m_vertexTable->verticalHeader(), SIGNAL(sectionClicked(int)), m_vertexTable, SLOT(turnOffSelectionRectangle()));
+    connect(m_vertexTable->verticalHeader(), SIGNAL(sectionClicked(int)), m_vertexTable, SLOT(clearSelectedItemList()));
     connect(m_vertexTable->horizontalHeader(), SIGNAL(sectionClicked(int)), this, SLOT(sortingPerformed()));
     connect(m_minMaxVertexTable->horizontalHeader(), SIGNAL(sectionClicked(int)), this, SLOT(sortingPerformed()));
+    connect(m_minMaxVertexTable->horizontalHeader(), SIGNAL(sectionClicked(int)), m_vertexTable, SLOT(clearSelectedItemList()));
 }
 
 void QDataAnalyserDialog::createTreeWidget()
@@ -399,6 +410,7 @@ void QDataAnalyserDialog::concealTreeWidget()
 
 void QDataAnalyserDialog::hide()
 {
+    hideSelectValueCellsDlg();
     QWidget::hide();
 }
 
@@ -601,20 +613,20 @@ void QDataAnalyserDialog::updateChartDataSetSelectionBoxes()
         if (m_minMaxVertexTable)
             m_minMaxVertexTable->resetEmpty();
     }
-    for (int collection : {3, 1, 4, 2, 5})
+    for (MatrixData::AttributeCollection collection : kChartCollections)
         updateChartDataSetSelectionBox(collection);
     updateFilterComboBox();
     slotTabWidgetChanged();
 }
 
-void QDataAnalyserDialog::updateChartDataSetSelectionBox(int collection)
+void QDataAnalyserDialog::updateChartDataSetSelectionBox(MatrixData::AttributeCollection collection)
 {
     if (!m_dataRoot)
         return;
     QList<QString> names;
     QList<int> ids;
     QList<QColor> colors;
-    m_dataRoot->getDataSetSelectionBoxItems(names, ids, colors, static_cast<MatrixData::AttributeCollection>(collection), false);
+    m_dataRoot->getDataSetSelectionBoxItems(names, ids, colors, collection, false);
     // Each chart panel takes its lists here once it exists.
     resetChartsUpdateNeeded();
 }
@@ -674,7 +686,7 @@ void QDataAnalyserDialog::updateAllViews(bool wellMarkerMode, bool emitSignalDat
     m_vertexTable->slotClearSelection();
     m_minMaxVertexTable->slotClearSelection();
     syncColumnWidths();
-    for (int collection : {3, 1, 4, 2, 5})
+    for (MatrixData::AttributeCollection collection : kChartCollections)
         updateChartDataSetSelectionBox(collection);
     updateFilterComboBox();
     slotTabWidgetChanged();
@@ -760,7 +772,7 @@ void QDataAnalyserDialog::slotDataModified(bool)
 void QDataAnalyserDialog::onDataModifiedTableMinMax(bool)
 {
     if (m_vertexTable)
-        m_vertexTable->viewport()->update();
+        m_vertexTable->updateView();
 }
 
 void QDataAnalyserDialog::sortingPerformed()
@@ -802,13 +814,10 @@ void QDataAnalyserDialog::copyToClipboard()
 
 void QDataAnalyserDialog::pasteFromClipboard()
 {
-    if (!m_vertexTable || !m_vertexTable->model())
-        return;
+    // The table refreshes itself after a paste; a refused one leaves the selection where it is.
     const QMimeData* mime = QApplication::clipboard()->mimeData();
-    if (!mime || !mime->hasText() || mime->text().isEmpty())
-        return;
-    m_vertexTable->setMimeData(*mime);
-    updateCellView();
+    if (m_vertexTable && mime)
+        m_vertexTable->setMimeData(*mime);
 }
 
 std::vector<char> QDataAnalyserDialog::saveMask() const
@@ -1224,9 +1233,7 @@ void QDataAnalyserDialog::initializeTestData()
         x->setValue(r, 0, 1.0 + r);
         y->setValue(r, 0, 1.0 + r);
     }
-    MatrixData* z = addColumn(vertex, QStringLiteral("Z"), 20, QVariant::Double);
-    z->setDefaultValue2(30.0);
-    z->setDefaultValue1(30.0);
+    addColumn(vertex, QStringLiteral("Z"), 20, QVariant::Double)->setDefaultValue2(30.0);
     addCompactionAndVelocity(m_dataRoot);
     MatrixData* thickness = addGroup(m_dataRoot, QStringLiteral("Thickness"));
     int value = 120;

@@ -4,6 +4,8 @@
 // Chart panels are optional; every use of one tests it for null, so the window also works with
 // the table alone.
 
+#include <MatrixData.h>
+
 #include <QList>
 #include <QModelIndex>
 #include <QString>
@@ -23,7 +25,6 @@ class QSplitter;
 namespace rkBase {
 
 class DisplayUnitManager;
-class MatrixData;
 class QAttributeTreeView;
 class QRelationshipItemModel;
 class QSelectCellsDialog;
@@ -125,7 +126,7 @@ public:
     void setMarkerVisibility(bool all, bool scat, bool decimated, bool top, bool fault, bool visible);
 
 public slots:
-    virtual void updateChartDataSetSelectionBox(int collection);
+    virtual void updateChartDataSetSelectionBox(MatrixData::AttributeCollection collection);
     virtual void hide();
     virtual void slotTabWidgetChanged();
     virtual void resetChartsUpdateNeeded();

@@ -22,7 +22,8 @@ QSelectCellsDialog::QSelectCellsDialog(const QString& title, bool nameMode, QWid
     : QDialog(parent, flags), m_pqUi(new Ui::QSelectCellsDialog)
 {
     m_pqUi->setupUi(this);
-    setWindowTitle(title);
+    if (!title.isEmpty())
+        setWindowTitle(title);
     QComboBox* methods = m_pqUi->m_pqMethodComboBox;
     if (nameMode) {
         methods->addItem(tr("Equals"), EqualThan);

@@ -127,8 +127,9 @@ QVariant QTreeItemModel::data(const QModelIndex& index, int role) const
                     return 1;
             return first ? 2 : 0;
         }
-        if (node->isGroup() || node->rowCount() == 0)
-            return node->isGroup() ? QVariant() : QVariant(node->isSelected() ? 2 : 0);
+        // Nothing to show or hide: no box to tick.
+        if (node->rowCount() == 0)
+            return QVariant();
         return node->isSelected() ? 2 : 0;
     }
     default:

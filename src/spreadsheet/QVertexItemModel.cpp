@@ -390,7 +390,8 @@ bool QVertexItemModel::clearData(const QModelIndexList& cells, const QVariant& v
     const bool blanking = !value.isValid() || value.toString().isEmpty();
     bool changed = false;
     for (const QModelIndex& cell : cells) {
-        MatrixData* node = cell.isValid() ? nodeFromIndex(cell) : nullptr;
+        // Only cells of this model: a proxy's index carries no node of ours.
+        MatrixData* node = cell.isValid() && cell.model() == this ? nodeFromIndex(cell) : nullptr;
         if (!node || !node->isNodeEditable())
             continue;
         if (!proxy->parent())
@@ -398,19 +399,16 @@ bool QVertexItemModel::clearData(const QModelIndexList& cells, const QVariant& v
         if (blanking && !node->nodeCanBeBlank())
             continue;
         const int r = row(cell);
-        const QVariant old = node->value(r, 0);
-        if (blanking) {
-            const QString oldText = data(cell, Qt::DisplayRole).toString();
-            if (oldText.isEmpty())
-                continue;
-            if (m_withUndoRedo) {
-                auto* restore = new MatrixDataRestore(node, QStringLiteral("Clear Cell: value=") + oldText
-                                                                + QStringLiteral(", row=") + QString::number(cell.row() + 1)
-                                                                + QStringLiteral(", column=") + node->name(),
-                                                      false);
-                restore->dataStore(r, old);
-                proxy->addToList(restore, node);
-            }
+        const QString oldText = data(cell, Qt::DisplayRole).toString();
+        if (blanking && oldText.isEmpty())
+            continue;
+        if (m_withUndoRedo) {
+            auto* restore = new MatrixDataRestore(node, QStringLiteral("Clear Cell: value=") + oldText
+                                                            + QStringLiteral(", row=") + QString::number(cell.row() + 1)
+                                                            + QStringLiteral(", column=") + node->name(),
+                                                  false);
+            restore->dataStore(r, node->value(r, 0));
+            proxy->addToList(restore, node);
         }
         node->setValue(r, 0, value);
         node->setMinMax(0, boost::dynamic_bitset<>());
@@ -430,13 +428,15 @@ bool QVertexItemModel::clearData(const QModelIndexList& cells, const QVariant& v
     return true;
 }
 
-void QVertexItemModel::pushUndo(MatrixData* node, const QString& text, int row, const QVariant& old)
+MatrixDataRestore* QVertexItemModel::pushUndo(MatrixData* node, const QString& text, int row, const QVariant& old,
+                                              int column)
 {
     if (!m_withUndoRedo || !m_dataRoot)
-        return;
+        return nullptr;
     auto* restore = new MatrixDataRestore(node, text, false);
-    restore->dataStore(row, old);
+    restore->dataStore(row, column, old);
     m_dataRoot->appendUndoAction(restore, true);
+    return restore;
 }
 
 bool QVertexItemModel::setData(const QModelIndex& index, const QVariant& value, int role)
@@ -530,13 +530,19 @@ bool QVertexItemModel::setData(const QModelIndex& index, const QVariant& value, 
         return false;
     const bool checked = value.toInt() == Qt::Checked;
     if (node->checkStateActive()) {
-        pushUndo(node, QStringLiteral("Check State Changed: row=") + R + QStringLiteral(", column=") + N, r, node->value(r, 1));
+        pushUndo(node, QStringLiteral("Check State Changed: row=") + R + QStringLiteral(", column=") + N, r, node->value(r, 1),
+                 1);
         node->setValue(r, 1, checked);
     } else {
         if (node->checkStateRoleExclusive()) {
             if (old.toBool())
                 return false;
-            pushUndo(node, QStringLiteral("Check State Changed: row=") + R + QStringLiteral(", column=") + N, r, old);
+            MatrixDataRestore* restore =
+                pushUndo(node, QStringLiteral("Check State Changed: row=") + R + QStringLiteral(", column=") + N, r, old);
+            // Every other row is reset too; the undo must give back the tick it takes away.
+            for (int other = 0; restore && other < node->rowCount(); ++other)
+                if (other != r && node->value(other, 0) != QVariant(false))
+                    restore->dataStore(other, node->value(other, 0));
             node->setDefaultValue1(QVariant(false));
             emit dataChanged(this->index(0, index.column()), this->index(std::max(0, m_rowCount - 1), index.column()));
         } else {
@@ -1067,11 +1073,11 @@ bool QVertexItemModel::setMimeData(const QMimeData& data, int row, int column, c
     const int lineCount = lines.size();
     auto proxy = std::make_unique<MatrixDataRestoreProxy>();
     // One sub-action per column, in order of first write, handed to the proxy at the end. The
-    // recount after a paste that adds rows lengthens every column of the sheet: a record of the
-    // whole group, taken before the first write and undone last, shortens them again.
+    // recount after a paste that adds rows lengthens every column of the tree: the first record,
+    // taken before the first write and undone last, shortens them again. So a one-column paste
+    // stays one record, with the one name.
     std::vector<std::unique_ptr<MatrixDataRestore>> records;
     QHash<MatrixData*, MatrixDataRestore*> recordOf;
-    std::unique_ptr<MatrixDataRestore> rowsRecord;
     bool extended = false;
     int running = 0;
     for (int i = 0; i < lineCount && running < targets.size(); ++i) {
@@ -1103,8 +1109,6 @@ bool QVertexItemModel::setMimeData(const QMimeData& data, int row, int column, c
             if (!proxy->parent())
                 proxy->setParent(node->parent());
             if (m_withUndoRedo) {
-                if (m_rowsCanBeExtended && !rowsRecord && node->parent())
-                    rowsRecord = std::make_unique<MatrixDataRestore>(node->parent(), QString(), false);
                 MatrixDataRestore* record = recordOf.value(node, nullptr);
                 if (!record) {
                     records.push_back(std::make_unique<MatrixDataRestore>(
@@ -1114,6 +1118,8 @@ bool QVertexItemModel::setMimeData(const QMimeData& data, int row, int column, c
                         false));
                     record = records.back().get();
                     recordOf.insert(node, record);
+                    if (m_rowsCanBeExtended && records.size() == 1)
+                        record->recordRowCounts(m_dataRoot);
                 }
                 record->dataStore(sourceRow, storableCell(node, node->rawValue(sourceRow)));
             }
@@ -1151,10 +1157,6 @@ bool QVertexItemModel::setMimeData(const QMimeData& data, int row, int column, c
         if (written)
             ++running;
     }
-    if (extended && rowsRecord) {
-        rowsRecord->setActionName(proxy->name());
-        proxy->addToList(rowsRecord.release(), nullptr);
-    }
     for (auto& record : records)
         proxy->addToList(record.release(), nullptr);
     if (m_withUndoRedo && proxy->size() > 0) {
@@ -1183,6 +1185,12 @@ bool QVertexItemModel::dropMimeData(const QMimeData* data, Qt::DropAction action
         return true;
     if (!data || !data->hasFormat(kDragFormat) || !parent.isValid())
         return false;
+    // Rows and columns are those of the view that took the drop. Through a sorting or filtering
+    // proxy each view row maps to its own source row, so that the fill reaches exactly the rows
+    // the user sees.
+    const auto* proxy = qobject_cast<const QAbstractProxyModel*>(parent.model());
+    if (parent.model() != this && (!proxy || proxy->sourceModel() != this))
+        return false;
     int columnCount = 0;
     {
         QDataStream in(data->data(kDragFormat));
@@ -1195,9 +1203,18 @@ bool QVertexItemModel::dropMimeData(const QMimeData* data, Qt::DropAction action
     const int numberOfRows = row - parent.row() + 1;
     const int startRow = parent.row();
     const int startColumn = column - columnCount + 1;
+    // Mapped before the first write: a write may re-sort or re-filter the proxy.
+    std::vector<int> modelRows, modelColumns;
+    modelRows.reserve(static_cast<std::size_t>(numberOfRows));
+    for (int r = startRow; r <= row; ++r) {
+        const QModelIndex cell = proxy ? proxy->mapToSource(proxy->index(r, column)) : index(r, column);
+        modelRows.push_back(cell.isValid() ? cell.row() : -1);
+    }
+    for (int c = startColumn; c <= column; ++c)
+        modelColumns.push_back(proxy ? proxy->mapToSource(proxy->index(startRow, c)).column() : c);
     const QString A = QString::number(startRow + 1);
     const QString B = QString::number(startRow + numberOfRows);
-    for (int c = startColumn; c <= column; ++c) {
+    for (int c : modelColumns) {
         MatrixData* node = getNode(c);
         if (!node || node->checkStateRoleExclusive())
             continue;
@@ -1213,19 +1230,25 @@ bool QVertexItemModel::dropMimeData(const QMimeData* data, Qt::DropAction action
             restore = std::make_unique<MatrixDataRestore>(
                 node, QStringLiteral("Drag/Drop: rows=") + A + QLatin1Char('-') + B + QStringLiteral(", column=") + node->name(),
                 false);
-        for (int r = startRow; r < startRow + numberOfRows; ++r) {
-            const int stored = this->row(index(r, c));
+        int top = m_rowCount, bottom = -1;
+        for (int m : modelRows) {
+            if (m < 0)
+                continue;
+            const int stored = this->row(index(m, c));
             const QVariant old = read(stored);
             if (old == fill || !node->isValueEditable(stored, c))
                 continue;
             if (restore)
                 restore->dataStore(stored, storableCell(node, old));
             node->setValue(stored, 0, storableCell(node, fill));
+            top = std::min(top, m);
+            bottom = std::max(bottom, m);
         }
         node->setMinMax(0, boost::dynamic_bitset<>());
         if (restore && m_dataRoot)
             m_dataRoot->appendUndoAction(restore.release(), true);
-        emit dataChanged(index(startRow, c), index(startRow + numberOfRows - 1, c));
+        if (bottom >= 0)
+            emit dataChanged(index(top, c), index(bottom, c));
     }
     setModified(true);
     emit dataModified(true);

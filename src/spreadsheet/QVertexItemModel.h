@@ -20,6 +20,7 @@ namespace rkBase {
 
 class DisplayUnitManager;
 class MatrixData;
+class MatrixDataRestore;
 
 class QVertexItemModel : public QAbstractItemModel
 {
@@ -113,7 +114,8 @@ public:
     // row past the valid ones; true when it did, so the caller recounts the table.
     bool setMimeData(const QMimeData& data, int row, int column, const QList<int>& rows);
     // Repeats the drag start's cells over rows parent.row() .. row of the columns that end at
-    // `column`; rows and columns of this model, not of a proxy.
+    // `column`. Rows and columns are those of parent's model: this one, or a proxy over it,
+    // through which each row is mapped (the undo record names these rows).
     bool dropMimeData(const QMimeData* data, Qt::DropAction action, int row, int column,
                       const QModelIndex& parent) override;
     Qt::DropActions supportedDropActions() const override;
@@ -131,7 +133,8 @@ signals:
 
 protected:
     void resetFirstRowInternalPointer(const std::vector<int>& rows);
-    void pushUndo(MatrixData* node, const QString& text, int row, const QVariant& old);
+    // Null when no record is kept.
+    MatrixDataRestore* pushUndo(MatrixData* node, const QString& text, int row, const QVariant& old, int column = 0);
     void connectUnits();
 
     bool m_withFieldData;

@@ -1327,10 +1327,9 @@ void QVertexModelTableView::dropEvent(QDropEvent* event)
         event->ignore();
         return;
     }
-    // The cell model takes its own rows: the fill runs over source rows, whatever the sorting.
-    const QModelIndex first = mapItemToSource(firstCell);
-    const QModelIndex last = mapItemToSource(lastCell);
-    if (source->dropMimeData(event->mimeData(), event->proposedAction(), last.row(), last.column(), first))
+    // The rows shown, not the stored rows between the corners: the cell model maps each one, so
+    // that a sorted or filtered sheet fills what the user sees and nothing it hides.
+    if (source->dropMimeData(event->mimeData(), event->proposedAction(), lastCell.row(), lastCell.column(), firstCell))
         event->acceptProposedAction();
     else
         event->ignore();

@@ -92,8 +92,6 @@ public:
     bool isVertexHighlightOn() const { return m_vertexHighlightOn; }
     void setCellDragEnabled(bool on) { m_cellDragEnabled = on; }
     bool cellDragEnabled() const { return m_cellDragEnabled; }
-    void clearSelectedItemList() { m_currentItem = -1; }
-    void turnOffSelectionRectangle() { m_selectionRectangleOn = false; }
     bool selectionRectangleOn() const { return m_selectionRectangleOn; }
     void aboutToClose(bool closing);
     void displaySelectedRows() {}
@@ -125,6 +123,8 @@ public:
 public slots:
     virtual void updateView();
     void slotClearSelection();
+    void clearSelectedItemList() { m_currentItem = -1; }
+    void turnOffSelectionRectangle() { m_selectionRectangleOn = false; }
     void slotSortIndicatorChanged(int column, Qt::SortOrder order);
     void slotSetNextInColumn(QWidget* editor);
     void slotVertexSelected();

@@ -6,13 +6,17 @@
 #include <QSortFilterProxyVertexItemModel.h>
 #include <QVertexItemModel.h>
 #include <QVertexMinMaxItemModel.h>
+#include <QVertexMinMaxModelTableView.h>
 #include <QVertexModelTableView.h>
 #include <TabWidgetWithFloatingTabs.h>
+#include <TreeBytes.h>
 #include <UnitRegistry.h>
 
 #include <QtTest>
 
 #include <QAction>
+#include <QClipboard>
+#include <QHeaderView>
 #include <QComboBox>
 #include <QFrame>
 #include <QGroupBox>
@@ -82,6 +86,12 @@ private slots:
     void markerVisibility_data();
     void markerVisibility();
     void selectCellsDialog();
+    void hideTakesTheSelectDialogAlong();
+    void headerClicks_data();
+    void headerClicks();
+    void minMaxSignalsReachTheSheet();
+    void refusedPasteKeepsTheSelection();
+    void collectionSlotTakesTheEnum();
     void cellViewKeepsItsOffset();
 };
 
@@ -155,10 +165,17 @@ void TestDataAnalyserDialog::testData_data()
     QTest::addColumn<int>("which");
     QTest::addColumn<QStringList>("groups");
     QTest::addColumn<int>("ticked");
-    QTest::newRow("test data") << 0 << QStringList{"Vertex", "Compaction", "Time/Depth Conversion", "Thickness", "Container Group"} << 5;
-    QTest::newRow("rock properties") << 1 << QStringList{"Compounds", "Compaction", "Time/Depth Conversion"} << 3;
-    QTest::newRow("stratigraphy") << 2 << QStringList{"Stratigraphy"} << 5;
-    QTest::newRow("dummy") << 3 << QStringList{"Sheet1"} << 14;
+    QTest::addColumn<QStringList>("cells"); // "column|row|text", an empty text for a blank cell
+    QTest::newRow("test data") << 0 << QStringList{"Vertex", "Compaction", "Time/Depth Conversion", "Thickness", "Container Group"} << 5
+                               << QStringList{"X|0|1", "Y|19|20", "Z|0|", "Z|19|", "Porosity|4|0.5", "Porosity|9|0.56",
+                                              "Porosity|5|", "Velocity|2|2100", "Initial Velocity|8|2500",
+                                              "Initial Velocity|0|", "Thickness 3|7|140", "Color|0|"};
+    QTest::newRow("rock properties") << 1 << QStringList{"Compounds", "Compaction", "Time/Depth Conversion"} << 3
+                                     << QStringList{"Sand|0|100", "Sand|1|0", "Shale|1|100", "Carbonate|0|", "Velocity|5|1800"};
+    QTest::newRow("stratigraphy") << 2 << QStringList{"Stratigraphy"} << 5
+                                  << QStringList{"Horizon|3|Eocene1", "Rock Properties|5|ShalySand", "Age|0|10",
+                                                 "Depth(Average)|0|"};
+    QTest::newRow("dummy") << 3 << QStringList{"Sheet1"} << 14 << QStringList{"A|0|", "N|199|"};
 }
 
 void TestDataAnalyserDialog::testData()
@@ -166,6 +183,7 @@ void TestDataAnalyserDialog::testData()
     QFETCH(int, which);
     QFETCH(QStringList, groups);
     QFETCH(int, ticked);
+    QFETCH(QStringList, cells);
     UnitRegistry registry;
     QDataAnalyserDialog d;
     d.dataRoot()->setRegistry(&registry);
@@ -180,8 +198,20 @@ void TestDataAnalyserDialog::testData()
         names << g->name();
     QCOMPARE(names, groups);
     QCOMPARE(d.dataRoot()->numberOfSelectedItems(), ticked);
-    if (which == 1)
+    for (const QString& cell : cells) {
+        const QStringList parts = cell.split(QLatin1Char('|'));
+        MatrixData* column = d.dataRoot()->getNodeFromName(parts[0]);
+        QVERIFY2(column, qPrintable(parts[0]));
+        const QVariant value = column->value(parts[1].toInt(), 0);
+        QVERIFY2(parts[2].isEmpty() ? !value.isValid() : value.toString() == parts[2], qPrintable(cell));
+    }
+    // A second default is only a default: it fills no cell.
+    if (which == 0)
+        QCOMPARE(d.dataRoot()->getNodeFromName(QStringLiteral("Z"))->defaultValue2(), 30.0);
+    if (which == 1) {
+        QCOMPARE(d.dataRoot()->getNodeFromName(QStringLiteral("Carbonate"))->defaultValue2(), 30.0);
         QCOMPARE(d.dataRoot()->maxName(), QStringLiteral("Shale"));
+    }
 }
 
 void TestDataAnalyserDialog::changeDataRoot()
@@ -429,18 +459,22 @@ void TestDataAnalyserDialog::markerVisibility_data()
     QTest::addColumn<bool>("top");
     QTest::addColumn<bool>("fault");
     QTest::addColumn<bool>("visible");
+    QTest::addColumn<bool>("withV"); // false: "$V" is taken out of the tree first
     QTest::addColumn<QList<int>>("shown");
     // Rows: 0 a dip, 1 a SCAT dip, 2 a top (no dip, a horizon), 3 a fault, 4 a horizon with a dip.
-    QTest::newRow("all shown") << true << false << false << false << false << true << QList<int>{0, 1, 2, 3, 4};
-    QTest::newRow("all hidden") << true << false << false << false << false << false << QList<int>{};
-    QTest::newRow("SCAT only") << false << true << false << false << false << true << QList<int>{1};
-    QTest::newRow("tops: by type and by the blank dip") << false << false << false << true << false << true
+    QTest::newRow("all shown") << true << false << false << false << false << true << true << QList<int>{0, 1, 2, 3, 4};
+    QTest::newRow("all hidden") << true << false << false << false << false << false << true << QList<int>{};
+    QTest::newRow("SCAT only") << false << true << false << false << false << true << true << QList<int>{1};
+    QTest::newRow("tops: by type and by the blank dip") << false << false << false << true << false << true << true
                                                         << QList<int>{0, 2};
-    QTest::newRow("faults") << false << false << false << false << true << true << QList<int>{3};
-    QTest::newRow("decimated falls back to dip and azimuth") << false << false << true << false << false << true
+    QTest::newRow("faults") << false << false << false << false << true << true << true << QList<int>{3};
+    QTest::newRow("decimated falls back to dip and azimuth") << false << false << true << false << false << true << true
                                                              << QList<int>{0, 1, 4};
-    QTest::newRow("the flag does not hide what passes") << false << true << false << false << false << false
+    QTest::newRow("the flag does not hide what passes") << false << true << false << false << false << false << true
                                                         << QList<int>{1};
+    // Every flag set to hide: a lookalike column must not stand in for "$V".
+    QTest::newRow("without $V nothing happens") << true << true << true << true << true << false << false
+                                                << QList<int>{0, 1, 2, 3, 4};
 }
 
 void TestDataAnalyserDialog::markerVisibility()
@@ -451,6 +485,7 @@ void TestDataAnalyserDialog::markerVisibility()
     QFETCH(bool, top);
     QFETCH(bool, fault);
     QFETCH(bool, visible);
+    QFETCH(bool, withV);
     QFETCH(QList<int>, shown);
     UnitRegistry registry;
     auto d = makeDialog(registry);
@@ -471,16 +506,21 @@ void TestDataAnalyserDialog::markerVisibility()
     column("azimuth", QVariant::Double, {100.0, 200.0, none, none, 300.0});
     column("Horizon", QVariant::String, {none, none, "H1", none, "H2"});
     column("Type", QVariant::String, {"Top", "Dip", "Horizon", "Fault", "Dip"});
+    std::unique_ptr<MatrixData> detached;
+    if (!withV) {
+        markers->removeChild(v);
+        detached.reset(v);
+        column("V", QVariant::Bool, {true, true, true, true, true});
+    }
+    const QByteArray before = treeBytes(*d->dataRoot());
     d->setMarkerVisibility(all, scat, decimated, top, fault, visible);
     QList<int> got;
     for (int r = 0; r < 5; ++r)
         if (v->value(r, 0).toBool())
             got << r;
     QCOMPARE(got, shown);
-    // Without "$V" nothing at all happens.
-    markers->removeChild(v);
-    d->setMarkerVisibility(true, false, false, false, false, false);
-    delete v;
+    if (!withV)
+        QCOMPARE(treeBytes(*d->dataRoot()), before);
 }
 
 void TestDataAnalyserDialog::selectCellsDialog()
@@ -512,6 +552,95 @@ void TestDataAnalyserDialog::selectCellsDialog()
     QVERIFY(dlg->rowNumberText().isEmpty());
     QVERIFY(d->hideSelectValueCellsDlg());
     QVERIFY(!d->hideSelectValueCellsDlg());
+}
+
+void TestDataAnalyserDialog::hideTakesTheSelectDialogAlong()
+{
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    d->show();
+    QVERIFY(QTest::qWaitForWindowExposed(d.get()));
+    d->showSelectValueCellsDlg();
+    QVERIFY(d->selectCellsDialog()->isVisible());
+    d->hide();
+    QVERIFY(!d->selectCellsDialog()->isVisible());
+}
+
+void TestDataAnalyserDialog::headerClicks_data()
+{
+    QTest::addColumn<QString>("header");
+    QTest::addColumn<int>("selectedColumn"); // -1: the selection is left alone
+    QTest::addColumn<bool>("rectangleOff");
+    // With a min/max table its header is the only one shown.
+    QTest::newRow("min/max header selects the column") << "min/max" << 2 << false;
+    QTest::newRow("row header") << "rows" << -1 << true;
+}
+
+void TestDataAnalyserDialog::headerClicks()
+{
+    QFETCH(QString, header);
+    QFETCH(int, selectedColumn);
+    QFETCH(bool, rectangleOff);
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    d->show();
+    QVERIFY(QTest::qWaitForWindowExposed(d.get()));
+    QVertexModelTableView* table = d->vertexTable();
+    QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, table->visualRect(d->proxyModel()->index(0, 0)).center());
+    // X and Y hold 1 and 2 in rows 0 and 1; the scroll buttons then stand on a found cell.
+    QVERIFY(table->selectCells(QStringLiteral("3"), QString(), QSelectCellsDialog::LessThan, false, false, false) > 0);
+    table->scrollToNextSelectedItem(false);
+    QVERIFY(table->selectionRectangleOn());
+    QVERIFY(table->currentItem() >= 0);
+    const QHeaderView* clicked = header == QLatin1String("rows") ? table->verticalHeader()
+                                                                 : d->minMaxVertexTable()->horizontalHeader();
+    emit const_cast<QHeaderView*>(clicked)->sectionClicked(selectedColumn >= 0 ? selectedColumn : 0);
+    QCOMPARE(table->currentItem(), -1);
+    if (rectangleOff)
+        QVERIFY(!table->selectionRectangleOn());
+    if (selectedColumn >= 0)
+        QVERIFY(table->selectionModel()->isColumnSelected(selectedColumn, QModelIndex()));
+}
+
+void TestDataAnalyserDialog::minMaxSignalsReachTheSheet()
+{
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    // An edit in the min/max table changes cells the sheet shows: the sheet reads them anew.
+    QSignalSpy sheetReset(d->vertexItemModel(), SIGNAL(modelReset()));
+    emit d->minMaxVertexItemModel()->dataModified(true);
+    QVERIFY(!sheetReset.isEmpty());
+    // A column kept in a unit of its own is converted to the model unit on request.
+    MatrixData* x = d->vertexItemModel()->getNode(0);
+    x->setUnitManager(UnitRegistry::CATEGORY_ELEVATION);
+    x->setNodeUnitKey(1); // feet
+    emit d->minMaxVertexTable()->convertNodeUnits(d->vertexItemModel()->index(0, 0));
+    QCOMPARE(x->nodeUnitKey(), -1);
+    QVERIFY(qFuzzyCompare(x->toDouble(1, 0), 2 * 0.3048));
+}
+
+void TestDataAnalyserDialog::refusedPasteKeepsTheSelection()
+{
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    MatrixData* x = d->vertexItemModel()->getNode(0);
+    x->setNodeEditable(false);
+    const QByteArray before = treeBytes(*d->dataRoot());
+    boost::dynamic_bitset<> bits(20);
+    bits.set(6);
+    bits.set(7);
+    d->vertexTable()->setNewRowSelection(bits);
+    QApplication::clipboard()->setText(QStringLiteral("5\t6"));
+    d->pasteFromClipboard();
+    QCOMPARE(treeBytes(*d->dataRoot()), before);
+    QCOMPARE(d->vertexTable()->selectedRows(0), (std::vector<int>{6, 7}));
+}
+
+void TestDataAnalyserDialog::collectionSlotTakesTheEnum()
+{
+    // Subclasses override it and string-based connections name it by its collection type.
+    const QByteArray slot = QMetaObject::normalizedSignature("updateChartDataSetSelectionBox(MatrixData::AttributeCollection)");
+    QVERIFY(QDataAnalyserDialog::staticMetaObject.indexOfSlot(slot) >= 0);
 }
 
 void TestDataAnalyserDialog::cellViewKeepsItsOffset()

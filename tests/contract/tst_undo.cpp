@@ -4,6 +4,9 @@
 #include <TreeBytes.h>
 #include <MatrixDataRestore.h>
 #include <MatrixDataRestoreProxy.h>
+#include <DisplayUnitManager.h>
+#include <UnitManager.h>
+#include <UnitRegistry.h>
 
 #include <QtTest>
 
@@ -12,9 +15,13 @@
 using namespace rkBase;
 
 namespace {
-std::unique_ptr<MatrixData> startTree()
+// Numbers shown at 2 decimals and in feet, while stored in metres with more digits than shown.
+std::unique_ptr<MatrixData> startTree(UnitRegistry& registry)
 {
+    registry.getCategory(UnitRegistry::CATEGORY_ELEVATION)->setPrecision(2);
+    registry.displayUnitManager()->setDisplayUnit(UnitRegistry::CATEGORY_ELEVATION, 1);
     auto root = std::make_unique<MatrixData>(QStringLiteral("root"), -1, -1, QVariant::String, true);
+    root->setRegistry(&registry);
     for (int g = 0; g < 2; ++g) {
         auto* well = new MatrixData(QStringLiteral("Well %1").arg(g), -1, -1, QVariant::String, true);
         root->appendChild(well, true);
@@ -23,8 +30,11 @@ std::unique_ptr<MatrixData> startTree()
             auto* col = new MatrixData(QStringLiteral("c%1%2").arg(g).arg(c), 8, 1, types[c], true);
             for (int r = 0; r < 8; ++r)
                 if ((r + c) % 5)
-                    col->setValue(r, 0, types[c] == QVariant::Color ? QVariant(QColor(r * 20, c * 50, 9)) : QVariant(r * 10 + c));
+                    col->setValue(r, 0, types[c] == QVariant::Color ? QVariant(QColor(r * 20, c * 50, 9))
+                                                                    : QVariant(r * 10 + c + (c == 0 ? 0.123456 : 0)));
             well->appendChild(col, false);
+            if (types[c] == QVariant::Double)
+                col->setUnitManager(UnitRegistry::CATEGORY_ELEVATION);
         }
     }
     return root;
@@ -49,6 +59,15 @@ public:
         }
     }
 
+    // What the sheet hands to the record of a one-cell edit: a number as the text it showed.
+    static QVariant shownCell(const MatrixData* col, int row)
+    {
+        const QVariant old = col->value(row, 0);
+        if (col->cellType() != QVariant::Double || !old.isValid())
+            return old;
+        return QString::number(col->convertModelToDisplay(old.toDouble()), 'f', col->unitPrecision());
+    }
+
     MatrixData* anyGroup() { return m_root.child(pick(m_root.childCount())); }
     MatrixData* anyColumn()
     {
@@ -65,7 +84,7 @@ public:
             if (col) {
                 const int row = pick(col->rowCount() + 3);
                 auto* r = new MatrixDataRestore(col, QStringLiteral("Edit Cell"), false);
-                r->dataStore(row, col->value(row, 0));
+                r->dataStore(row, shownCell(col, row));
                 col->setValue(row, 0, randomValue(col->cellType()));
                 m_root.appendUndoAction(r, true);
             }
@@ -175,6 +194,9 @@ private slots:
     void randomEditsUndoAndRedo();
     void newActionDropsTheUndoneOnes();
     void proxyHandsOverItsOnlyAction();
+
+private:
+    UnitRegistry m_registry;
 };
 
 void TestUndo::randomEditsUndoAndRedo_data()
@@ -189,7 +211,7 @@ void TestUndo::randomEditsUndoAndRedo()
 {
     QFETCH(quint32, seed);
     QFETCH(int, steps);
-    auto root = startTree();
+    auto root = startTree(m_registry);
     const QByteArray start = treeBytes(*root);
     Editor editor(*root, seed);
     for (int i = 0; i < steps; ++i)
@@ -215,7 +237,7 @@ void TestUndo::randomEditsUndoAndRedo()
 
 void TestUndo::newActionDropsTheUndoneOnes()
 {
-    auto root = startTree();
+    auto root = startTree(m_registry);
     MatrixData* col = root->getNodeFromName(QStringLiteral("c00"));
     for (int i = 0; i < 3; ++i) {
         auto* r = new MatrixDataRestore(col, QStringLiteral("Edit %1").arg(i), false);
@@ -235,7 +257,7 @@ void TestUndo::newActionDropsTheUndoneOnes()
 
 void TestUndo::proxyHandsOverItsOnlyAction()
 {
-    auto root = startTree();
+    auto root = startTree(m_registry);
     MatrixData* col = root->getNodeFromName(QStringLiteral("c01"));
     MatrixDataRestoreProxy proxy;
     QVERIFY(!proxy.addDataStore(0, 1, QVariant()));

@@ -259,8 +259,11 @@ void TestClipboard::pasteUndo_data()
                                                     << "5\t6\ta\n7\t8\tb\n3\t12\tc";
     QTest::newRow("one column pushes its record alone") << "5\n7" << false << true << "Paste: rows=1-1, column=depth"
                                                         << "5\t10\ta\n7\t11\tb\n3\t12\tc";
-    QTest::newRow("rows added are undone") << "5\n6\n7\n8" << true << true << "Paste: rows=1-4, column=depth"
-                                           << "5\t10\ta\n6\t11\tb\n7\t12\tc\n8\t_\t_";
+    QTest::newRow("rows added are undone in the one record") << "5\n6\n7\n8" << true << true
+                                                             << "Paste: rows=1-3, column=depth"
+                                                             << "5\t10\ta\n6\t11\tb\n7\t12\tc\n8\t_\t_";
+    QTest::newRow("a block adding rows") << "5\t6\n7\t8\n9\t1\n3\t4" << true << true << "Paste: rows=1-4, columns=1-2"
+                                         << "5\t6\ta\n7\t8\tb\n9\t1\tc\n3\t4\t_";
     QTest::newRow("a refused cell drops the record") << "5\t6" << false << false << QString() << "5\t10\ta\n2\t11\tb\n3\t12\tc";
 }
 
@@ -334,33 +337,49 @@ void TestClipboard::fillDrag_data()
 {
     QTest::addColumn<int>("column");
     QTest::addColumn<bool>("exclusive");
-    QTest::addColumn<QVariantList>("expected"); // rows 0..4
+    QTest::addColumn<QString>("view"); // "sorted": by count, descending; "filtered": stored row 2 hidden
+    QTest::addColumn<int>("lastRow");  // view row the drag ends on; it starts on view row 1
+    QTest::addColumn<QVariantList>("expected"); // stored rows 0..4
     QTest::addColumn<QString>("action");
-    QTest::newRow("a number repeats down") << 0 << false << QVariantList{1.0, 2.0, 2.0, 2.0, 2.0}
+    QTest::newRow("a number repeats down") << 0 << false << QString() << 4 << QVariantList{1.0, 2.0, 2.0, 2.0, 2.0}
                                            << "Drag/Drop: rows=2-5, column=depth";
-    QTest::newRow("a code stays a code") << 3 << false << QVariantList{1, 2, 2, 2, 2} << "Drag/Drop: rows=2-5, column=lith";
-    QTest::newRow("an exclusive tick column is left alone") << 4 << true << QVariantList{true, false, false, false, false}
-                                                            << QString();
+    QTest::newRow("a code stays a code") << 3 << false << QString() << 4 << QVariantList{1, 2, 2, 2, 2}
+                                         << "Drag/Drop: rows=2-5, column=lith";
+    QTest::newRow("an exclusive tick column is left alone") << 4 << true << QString() << 4
+                                                            << QVariantList{true, false, false, false, false} << QString();
+    // View rows 1..4 are stored rows 3, 2, 1, 0.
+    QTest::newRow("descending sort fills the rows shown") << 0 << false << "sorted" << 4
+                                                          << QVariantList{4.0, 4.0, 4.0, 4.0, 5.0}
+                                                          << "Drag/Drop: rows=2-5, column=depth";
+    // View rows 1..3 are stored rows 1, 3, 4; stored row 2 is hidden and keeps its value.
+    QTest::newRow("a hidden row keeps its value") << 0 << false << "filtered" << 3 << QVariantList{1.0, 2.0, 3.0, 2.0, 2.0}
+                                                  << "Drag/Drop: rows=2-4, column=depth";
 }
 
 void TestClipboard::fillDrag()
 {
     QFETCH(int, column);
     QFETCH(bool, exclusive);
+    QFETCH(QString, view);
+    QFETCH(int, lastRow);
     QFETCH(QVariantList, expected);
     QFETCH(QString, action);
     Sheet s(5);
     s.model->enableUndoRedo(true);
     s.tick->setCheckStateRoleExclusive(exclusive);
+    if (view == QLatin1String("sorted"))
+        s.proxy.sort(1, Qt::DescendingOrder);
+    else if (view == QLatin1String("filtered"))
+        s.proxy.setFilterRows({true, true, false, true, true});
     MatrixData* node = s.model->getNode(column);
     const QByteArray before = cellBytes(s.root);
-    // What the fill handle does: drag from row 1, the selection grows to row 4, then the drop.
+    // What the fill handle does: drag from row 1, the selection grows to the last row, then the drop.
     s.select(1, column, 1, column);
     std::unique_ptr<QMimeData> data(s.proxy.mimeData({s.proxy.index(1, column)}));
     QVERIFY(data);
     s.view.setCellDragEnabled(true);
-    s.select(1, column, 4, column);
-    const QPoint at = s.view.visualRect(s.proxy.index(4, column)).center();
+    s.select(1, column, lastRow, column);
+    const QPoint at = s.view.visualRect(s.proxy.index(lastRow, column)).center();
     QDragEnterEvent enter(at, Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(s.view.viewport(), &enter);
     QVERIFY(enter.isAccepted());
@@ -369,7 +388,7 @@ void TestClipboard::fillDrag()
     QApplication::sendEvent(s.view.viewport(), &drop);
     QVERIFY(drop.isAccepted());
     QCOMPARE(dropped.size(), 1);
-    QCOMPARE(dropped.first(), (QVariantList{1, 4, column, 1}));
+    QCOMPARE(dropped.first(), (QVariantList{1, lastRow, column, 1}));
     QVERIFY(!s.view.cellDragEnabled());
     QVERIFY(!s.model->dragStartIndex().isValid());
     for (int r = 0; r < expected.size(); ++r) {

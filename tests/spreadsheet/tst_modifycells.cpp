@@ -3,6 +3,7 @@
 #include <MatrixData.h>
 #include <MatrixDataRestore.h>
 #include <QModifyCellsDialog.h>
+#include <QSelectCellsDialog.h>
 #include <QSortFilterProxyVertexItemModel.h>
 #include <QVertexItemModel.h>
 #include <QVertexModelTableView.h>
@@ -109,9 +110,13 @@ private slots:
     void interpolate();
     void interpolatesInSortedViewOrder();
     void viewModifiesHeldRows();
+    void clear_data();
+    void clear();
     void dialogMethods_data();
     void dialogMethods();
     void dialogForm();
+    void selectDialogTitle_data();
+    void selectDialogTitle();
 };
 
 void TestModifyCells::modify_data()
@@ -258,6 +263,50 @@ void TestModifyCells::viewModifiesHeldRows()
     QCOMPARE(s.root.sizeUndoActions(), 3);
 }
 
+void TestModifyCells::clear_data()
+{
+    QTest::addColumn<Cells>("cells");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<bool>("throughProxy"); // the cells as indexes of a proxy over the model
+    QTest::addColumn<QString>("expected");
+    QTest::addColumn<QString>("action"); // empty: nothing changed, no record
+    // Sheet: A = 1,2,_   B = 10,_,30   Label = a,b,_
+    const QString same = QStringLiteral("1,2, | 10,,30 | a,b,");
+    QTest::newRow("blanks, one record each") << Cells{{0, 0}, {1, 0}} << QVariant() << false << ",2, | ,,30 | a,b,"
+                                             << "Clear Cells";
+    QTest::newRow("a blank cell is skipped") << Cells{{0, 2}, {1, 0}} << QVariant() << false << "1,2, | ,,30 | a,b,"
+                                             << "Clear Cell: value=10.000, row=1, column=B";
+    QTest::newRow("only blank cells: nothing") << Cells{{0, 2}, {2, 2}} << QVariant() << false << same << "";
+    QTest::newRow("a value is recorded too") << Cells{{0, 1}} << QVariant(9.0) << false << "1,9, | 10,,30 | a,b,"
+                                             << "Clear Cell: value=2.000, row=2, column=A";
+    QTest::newRow("a value into a blank cell") << Cells{{1, 1}} << QVariant(9.0) << false << "1,2, | 10,9,30 | a,b,"
+                                               << "Clear Cell: value=, row=2, column=B";
+    QTest::newRow("proxy indexes are refused") << Cells{{0, 0}, {2, 1}} << QVariant() << true << same << "";
+}
+
+void TestModifyCells::clear()
+{
+    QFETCH(Cells, cells);
+    QFETCH(QVariant, value);
+    QFETCH(bool, throughProxy);
+    QFETCH(QString, expected);
+    QFETCH(QString, action);
+    Sheet s({1, 2, kBlank}, {10, kBlank, 30}, {"a", "b", ""});
+    QSortFilterProxyVertexItemModel proxy;
+    proxy.setSourceModel(s.model.get());
+    QModelIndexList indexes;
+    for (const QPoint& p : cells)
+        indexes << (throughProxy ? proxy.index(p.y(), p.x()) : s.model->index(p.y(), p.x()));
+    const QString before = s.dump();
+    QCOMPARE(s.model->clearData(indexes, value), !action.isEmpty());
+    QCOMPARE(s.dump(), expected);
+    QCOMPARE(s.root.sizeUndoActions(), action.isEmpty() ? 0 : 1);
+    if (action.isEmpty())
+        return;
+    QCOMPARE(s.root.undoAction(0)->name(), action);
+    QVERIFY(undoesBackTo(s, 0, before));
+}
+
 void TestModifyCells::dialogMethods_data()
 {
     QTest::addColumn<int>("method");
@@ -345,6 +394,22 @@ void TestModifyCells::dialogForm()
     QCOMPARE(clicked.count(), 2);
     QCOMPARE(dialog.result(), int(QDialog::Accepted));
     QVERIFY(!dialog.applyTo3DView());
+}
+
+void TestModifyCells::selectDialogTitle_data()
+{
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("none: the form's own") << QString() << "Select Value(s)";
+    QTest::newRow("given") << "Select Cell(s)" << "Select Cell(s)";
+}
+
+void TestModifyCells::selectDialogTitle()
+{
+    QFETCH(QString, title);
+    QFETCH(QString, shown);
+    QSelectCellsDialog dialog(title, false, nullptr);
+    QCOMPARE(dialog.windowTitle(), shown);
 }
 
 QTEST_MAIN(TestModifyCells)

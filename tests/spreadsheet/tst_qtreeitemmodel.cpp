@@ -51,6 +51,7 @@ class TestTreeItemModel : public QObject
 private slots:
     void structureAndText();
     void ticks();
+    void nothingToTick();
     void rename();
     void colour();
     void deleting_data();
@@ -104,6 +105,19 @@ void TestTreeItemModel::ticks()
     QCOMPARE(t.root.numberOfSelectedItems(), 4); // the bookkeeping column never counts
     QCOMPARE(selected.count(), 3);
     QVERIFY(!model.setData(well, QVariant(QStringLiteral("x")), Qt::CheckStateRole));
+}
+
+void TestTreeItemModel::nothingToTick()
+{
+    Tree t;
+    auto* emptyColumn = new MatrixData(QStringLiteral("empty"), 0, 1, QVariant::Double, true);
+    t.well->insertChild(0, emptyColumn);
+    auto* emptyGroup = new MatrixData(QStringLiteral("Empty"), -1, -1, QVariant::String, true);
+    t.root.appendChild(emptyGroup, true);
+    QTreeItemModel model(nullptr, &t.root);
+    QVERIFY(!model.data(model.indexFromNode(emptyColumn), Qt::CheckStateRole).isValid());
+    QVERIFY(!model.data(model.indexFromNode(emptyGroup), Qt::CheckStateRole).isValid());
+    QCOMPARE(model.data(model.indexFromNode(t.dip), Qt::CheckStateRole), QVariant(2));
 }
 
 void TestTreeItemModel::rename()

@@ -10,6 +10,7 @@
 
 #include <QtTest>
 
+#include <QMimeData>
 #include <QSettings>
 #include <memory>
 
@@ -55,6 +56,19 @@ struct Sheet {
         }
     }
 };
+
+// The cells of every column, typed, as undo must give them back; the minimum and maximum that an
+// edit recomputes are left out.
+QByteArray cellBytes(const MatrixData& root)
+{
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    for (const MatrixData* c : root.leafs())
+        for (int r = 0; r < c->rowCount(); ++r)
+            for (int k = 0; k < c->columnCount(); ++k)
+                out << c->value(r, k);
+    return bytes;
+}
 } // namespace
 
 class TestVertexItemModel : public QObject
@@ -72,6 +86,8 @@ private slots:
     void refusalsTouchNothing_data();
     void refusalsTouchNothing();
     void checkStates();
+    void undoGivesBackStoredValues_data();
+    void undoGivesBackStoredValues();
     void fieldDataIsStoredAsTyped();
     void settingsRoundTrip();
     void unitSwitchResetsTheModel();
@@ -270,6 +286,66 @@ void TestVertexItemModel::checkStates()
     QCOMPARE(s.name->value(2, 1), QVariant(true));
     QCOMPARE(s.name->value(2, 0).toString(), QStringLiteral("n2"));
     QCOMPARE(model.data(model.index(2, 2), Qt::CheckStateRole), QVariant(2));
+}
+
+void TestVertexItemModel::undoGivesBackStoredValues_data()
+{
+    QTest::addColumn<QString>("operation");
+    QTest::addColumn<int>("records");
+    for (const char* op : {"edit", "clear by edit", "clear", "replace", "paste", "fill", "modify", "interpolate",
+                           "exclusive tick", "tick beside text"})
+        QTest::newRow(op) << QString::fromLatin1(op) << 1;
+}
+
+void TestVertexItemModel::undoGivesBackStoredValues()
+{
+    QFETCH(QString, operation);
+    QFETCH(int, records);
+    Sheet s(5);
+    // Stored in metres with more digits than shown; shown in feet at 2 decimals.
+    s.registry.getCategory(UnitRegistry::CATEGORY_ELEVATION)->setPrecision(2);
+    s.registry.displayUnitManager()->setDisplayUnit(UnitRegistry::CATEGORY_ELEVATION, 1);
+    for (int r = 0; r < 5; ++r)
+        s.depth->setValue(r, 0, 1000.0 + r + 0.123456789 * (r + 1));
+    s.flag->setCheckStateRoleExclusive(operation == QLatin1String("exclusive tick"));
+    s.flag->setValue(1, 0, false);
+    s.name->setCheckStateActive(true);
+    s.name->setValue(3, 1, false);
+    QVertexItemModel model(nullptr, &s.root, -1, false, nullptr);
+    model.enableUndoRedo(true);
+    const QModelIndex cell = model.index(1, 0);
+    const QByteArray before = cellBytes(s.root);
+    if (operation == QLatin1String("edit")) {
+        QVERIFY(model.setData(cell, QStringLiteral("12.5")));
+    } else if (operation == QLatin1String("clear by edit")) {
+        QVERIFY(model.setData(cell, QString()));
+    } else if (operation == QLatin1String("clear")) {
+        QVERIFY(model.clearData({cell}, QVariant()));
+    } else if (operation == QLatin1String("replace")) {
+        QVERIFY(model.clearData({cell}, QVariant(7.0)));
+    } else if (operation == QLatin1String("paste")) {
+        QMimeData text;
+        text.setText(QStringLiteral("5\n6"));
+        model.setMimeData(text, 1, 0, {1, 2});
+    } else if (operation == QLatin1String("fill")) {
+        delete model.mimeData({model.index(0, 0)});
+        QMimeData data;
+        data.setData(QStringLiteral("4drook/dragDrop.list"), QByteArray("\0\0\0\1", 4));
+        QVERIFY(model.dropMimeData(&data, Qt::CopyAction, 3, 0, model.index(0, 0)));
+    } else if (operation == QLatin1String("modify")) {
+        model.modifySelectedCells({cell, model.index(2, 0)}, QStringLiteral("3"), QModifyCellsDialog::ShiftByValue, -1);
+    } else if (operation == QLatin1String("interpolate")) {
+        model.interpolate({model.index(0, 0), model.index(4, 0)});
+    } else if (operation == QLatin1String("exclusive tick")) {
+        QVERIFY(model.setData(model.index(1, 3), int(Qt::Checked), Qt::CheckStateRole));
+    } else if (operation == QLatin1String("tick beside text")) {
+        QVERIFY(model.setData(model.index(3, 2), int(Qt::Checked), Qt::CheckStateRole));
+    }
+    QVERIFY(cellBytes(s.root) != before);
+    QCOMPARE(s.root.sizeUndoActions(), records);
+    while (s.root.undoLastAction()) {
+    }
+    QCOMPARE(cellBytes(s.root), before);
 }
 
 void TestVertexItemModel::fieldDataIsStoredAsTyped()

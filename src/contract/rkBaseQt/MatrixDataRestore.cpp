@@ -29,16 +29,31 @@ void MatrixDataRestore::setParent(MatrixData* node)
     m_rowsBefore = captureRows();
 }
 
+void MatrixDataRestore::appendRows(std::vector<RowState>& states, MatrixData* node)
+{
+    if (!node)
+        return;
+    const QList<MatrixData*> columns = node->isGroup() ? node->leafs() : QList<MatrixData*>{node};
+    states.reserve(states.size() + static_cast<std::size_t>(columns.size()));
+    for (MatrixData* c : columns)
+        states.push_back({c, c->rowCount(), c->validValueRowCount()});
+}
+
 std::vector<MatrixDataRestore::RowState> MatrixDataRestore::captureRows() const
 {
     std::vector<RowState> states;
-    if (!m_node)
-        return states;
-    const QList<MatrixData*> columns = m_node->isGroup() ? m_node->leafs() : QList<MatrixData*>{m_node};
-    states.reserve(static_cast<std::size_t>(columns.size()));
-    for (MatrixData* c : columns)
-        states.push_back({c, c->rowCount(), c->validValueRowCount()});
+    appendRows(states, m_node);
+    for (MatrixData* node : m_rowCountNodes)
+        appendRows(states, node);
     return states;
+}
+
+void MatrixDataRestore::recordRowCounts(MatrixData* node)
+{
+    if (!node)
+        return;
+    m_rowCountNodes.push_back(node);
+    appendRows(m_rowsBefore, node);
 }
 
 void MatrixDataRestore::applyRows(const std::vector<RowState>& states)
@@ -57,7 +72,11 @@ void MatrixDataRestore::dataStore(int row, const QVariant& oldValue)
 
 void MatrixDataRestore::dataStore(int row, int column, const QVariant& oldValue)
 {
-    m_cells.push_back({row, column, oldValue, QVariant()});
+    // Callers may hand over the cell as the user saw it (an edit keeps the shown text, rounded
+    // and in display units). Undo must give back the stored value itself, so the cell is read
+    // here, before the change; the value handed over serves only where there is no cell.
+    const bool hasCell = m_node && !m_node->isGroup();
+    m_cells.push_back({row, column, hasCell ? m_node->value(row, column) : oldValue, QVariant()});
 }
 
 void MatrixDataRestore::setOldName(const QString& name)

@@ -48,6 +48,9 @@ public:
     void recordRemovedAttribute(MatrixData* attribute);
     void recordInsertedAttribute(MatrixData* attribute);
     void recordNodeSnapshot();
+    // Undo also returns every column under node to the row counts it has now: for an edit of
+    // one column after which a recount lengthens its neighbours.
+    void recordRowCounts(MatrixData* node);
 
     // False when there is nothing to do (already undone, or no node).
     virtual bool undo();
@@ -77,6 +80,7 @@ private:
         bool inserted = false; // true: the edit attached it; false: the edit detached it
     };
 
+    static void appendRows(std::vector<RowState>& states, MatrixData* node);
     std::vector<RowState> captureRows() const;
     static void applyRows(const std::vector<RowState>& states);
     void swapLabels();
@@ -101,6 +105,7 @@ private:
     QList<int> m_insertedRows;  // final row numbers, ascending
     std::vector<Attribute> m_attributes;
     std::unique_ptr<MatrixData> m_snapshot;
+    std::vector<MatrixData*> m_rowCountNodes;
 
     std::vector<RowState> m_rowsBefore;
     std::vector<RowState> m_rowsAfter;
