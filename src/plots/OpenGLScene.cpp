@@ -246,7 +246,7 @@ void OpenGLScene::prepareTexture()
 
 void OpenGLScene::render()
 {
-    if (m_gridRowSize == -1)
+    if (m_gridRowSize == -1 || !isValid())
         return;
     glClear(GL_COLOR_BUFFER_BIT);
     prepareVertexBuffers(m_vertices, m_colors, m_indices);

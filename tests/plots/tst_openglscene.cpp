@@ -3,6 +3,7 @@
 #include <MatrixDataArray.h>
 #include <OpenGLDebugScene.h>
 #include <OpenGLScene.h>
+#include <PinGLDriver.h>
 
 #include <QtTest>
 
@@ -78,6 +79,7 @@ void TestOpenGLScene::initTestCase()
 {
     m_scene = std::make_unique<OpenGLScene>(QGLFormat::defaultFormat(), nullptr);
     QVERIFY2(m_scene->isValid(), "this test needs an OpenGL context (X server with GLX)");
+    pinGLDriverLibraries();
     QVERIFY(!m_scene->isVisible());
     m_scene->setClearColor(kClear);
 }
