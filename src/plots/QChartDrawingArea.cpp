@@ -209,14 +209,19 @@ QImage& QChartDrawingArea::beginOverlay()
     return m_overlayPixmap;
 }
 
-void QChartDrawingArea::copyToClipboard()
+void QChartDrawingArea::copyWidgetToClipboard(QWidget* widget)
 {
     QClipboard* clipboard = QGuiApplication::clipboard();
     clipboard->clear();
-    QPixmap pixmap = grab(QRect(QPoint(0, 0), QSize(-1, -1)));
+    QPixmap pixmap = widget->grab(QRect(QPoint(0, 0), QSize(-1, -1)));
     const QImage image = pixmap.toImage();
     pixmap.convertFromImage(image);
     clipboard->setPixmap(pixmap);
+}
+
+void QChartDrawingArea::copyToClipboard()
+{
+    copyWidgetToClipboard(this);
     emit signalCopyToClipboard();
 }
 

@@ -163,6 +163,8 @@ public:
                      double lineWidth);
     void drawOpenGLContour(QPainter* painter, MatrixDataArray* grid, double min, double max);
 
+    // What the widget shows, as a picture on the clipboard (charts and legends alike).
+    static void copyWidgetToClipboard(QWidget* widget);
     static void drawTooltip(QPainter* painter, const QPointF& tip, const QColor& colour, const QPixmap& pixmap,
                             const QRectF& clip);
 

@@ -1,12 +1,10 @@
 #include "QLegendListView.h"
 
+#include "QChartDrawingArea.h"
 #include "QLegendListModel.h"
 
-#include <QApplication>
-#include <QClipboard>
 #include <QColorDialog>
 #include <QContextMenuEvent>
-#include <QGuiApplication>
 #include <QMenu>
 #include <QScrollBar>
 
@@ -54,15 +52,7 @@ void QLegendListView::changeColor()
     reset();
 }
 
-void QLegendListView::copyToClipboard()
-{
-    QClipboard* clipboard = QGuiApplication::clipboard();
-    clipboard->clear();
-    QPixmap pixmap = grab(QRect(QPoint(0, 0), QSize(-1, -1)));
-    const QImage image = pixmap.toImage();
-    pixmap.convertFromImage(image);
-    clipboard->setPixmap(pixmap);
-}
+void QLegendListView::copyToClipboard() { QChartDrawingArea::copyWidgetToClipboard(this); }
 
 std::vector<int> QLegendListView::getSelectedIDs() const
 {
