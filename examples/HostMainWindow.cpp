@@ -6,7 +6,9 @@
 #include <MatrixDataRestore.h>
 #include <QDataAnalyserDialog.h>
 #include <QModifyCellsDialog.h>
+#include <QVertexItemModel.h>
 #include <QVertexModelTableView.h>
+#include <TabWidgetWithFloatingTabs.h>
 #include <UnitRegistry.h>
 
 #include <QAction>
@@ -16,6 +18,8 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
+
+#include <algorithm>
 
 using rkBase::MatrixData;
 
@@ -101,6 +105,31 @@ bool HostMainWindow::openCsv(const QString& fileName, bool quiet)
     statusBar()->showMessage(tr("%1: %2 rows, %3 columns").arg(QFileInfo(fileName).fileName())
                                  .arg(sheet->maxNumbOfSelectedRows(1, 0))
                                  .arg(sheet->childCount()));
+    return true;
+}
+
+bool HostMainWindow::showTab(const QString& key)
+{
+    rkBase::TabWidgetWithFloatingTabs* tabs = m_analyser->tabWidget();
+    QWidget* page = tabs ? tabs->findPage(key) : nullptr;
+    if (!page || tabs->indexOf(page) < 0)
+        return false;
+    tabs->setCurrentWidget(page);
+    return true;
+}
+
+bool HostMainWindow::selectRows(int first, int last)
+{
+    rkBase::QVertexItemModel* model = m_analyser->vertexItemModel();
+    const int rows = model ? model->rowCount() : 0;
+    first = std::max(first, 1);
+    last = std::min(last, rows);
+    if (first > last)
+        return false;
+    boost::dynamic_bitset<> bits(static_cast<std::size_t>(rows));
+    for (int r = first - 1; r < last; ++r)
+        bits.set(static_cast<std::size_t>(r));
+    m_analyser->setNewRowSelectionFromGraphicalSelection(bits);
     return true;
 }
 

@@ -22,6 +22,12 @@ public:
     // Loads a CSV as a new sheet; problems go to one message box unless quiet.
     bool openCsv(const QString& fileName, bool quiet);
     rkBase::QDataAnalyserDialog* analyser() const { return m_analyser; }
+    // Brings the tab of a key ("TABLE", "BARCHART", ...) to the front; false for a key that has
+    // no tab in this window.
+    bool showTab(const QString& key);
+    // Selects table rows first..last (counted from 1, as the table shows them), as a selection
+    // made on a chart would; false when the range holds no row of the sheet.
+    bool selectRows(int first, int last);
 
 public slots:
     void openCsvDialog();

@@ -1,12 +1,30 @@
 // The demo host: the analyser on the bundled sample well, or on --data FILE.csv. With
 // --screenshot FILE.png it renders the window off-screen, saves it and exits, so a machine
-// without a display can show what a user would see.
+// without a display can show what a user would see. --tab KEY brings a tab to the front first
+// (a tab key such as TABLE or BARCHART), and --select FIRST-LAST selects table rows first, as a
+// selection made on a chart would.
 #include "HostMainWindow.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QTimer>
+
+#include <cstdio>
+
+namespace {
+// "FIRST-LAST", both counted from 1; false for anything else.
+bool parseRange(const QString& text, int& first, int& last)
+{
+    const QStringList parts = text.split(QLatin1Char('-'));
+    bool ok1 = false, ok2 = false;
+    if (parts.size() != 2)
+        return false;
+    first = parts[0].toInt(&ok1);
+    last = parts[1].toInt(&ok2);
+    return ok1 && ok2 && first >= 1 && first <= last;
+}
+} // namespace
 
 int main(int argc, char** argv)
 {
@@ -19,8 +37,14 @@ int main(int argc, char** argv)
     QCommandLineOption data(QStringLiteral("data"), QStringLiteral("CSV file to load."), QStringLiteral("FILE.csv"));
     QCommandLineOption shot(QStringLiteral("screenshot"), QStringLiteral("Render the window to FILE.png and exit."),
                             QStringLiteral("FILE.png"));
+    QCommandLineOption tab(QStringLiteral("tab"), QStringLiteral("Show the tab of this key (TABLE, BARCHART, ...)."),
+                           QStringLiteral("KEY"));
+    QCommandLineOption select(QStringLiteral("select"), QStringLiteral("Select table rows FIRST to LAST (from 1)."),
+                              QStringLiteral("FIRST-LAST"));
     parser.addOption(data);
     parser.addOption(shot);
+    parser.addOption(tab);
+    parser.addOption(select);
     parser.process(app);
 
     HostMainWindow window;
@@ -28,6 +52,17 @@ int main(int argc, char** argv)
     const bool headless = parser.isSet(shot);
     if (!window.openCsv(file, headless) && headless)
         return 1;
+    if (parser.isSet(select)) {
+        int first = 0, last = 0;
+        if (!parseRange(parser.value(select), first, last) || !window.selectRows(first, last)) {
+            std::fprintf(stderr, "--select %s: no rows of the sheet in that range\n", qPrintable(parser.value(select)));
+            return 2;
+        }
+    }
+    if (parser.isSet(tab) && !window.showTab(parser.value(tab))) {
+        std::fprintf(stderr, "--tab %s: this window has no tab of that key\n", qPrintable(parser.value(tab)));
+        return 2;
+    }
     if (headless) {
         window.setAttribute(Qt::WA_DontShowOnScreen, true);
         window.show();

@@ -6,6 +6,7 @@
 #include <MatrixData.h>
 #include <QAttributeTreeView.h>
 #include <QFinalPolish.h>
+#include <QRKEBarChartWidget.h>
 #include <QSelectCellsDialog.h>
 #include <QSortFilterProxyVertexItemModel.h>
 #include <QTreeItemModel.h>
@@ -87,8 +88,8 @@ MatrixData* QDataAnalyserDialog::createMatrixData(const QString& name, const QSt
 }
 
 void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tableMenu, UnitRegistry* registry,
-                                     Qt::Orientation splitterOrientation, bool, bool, bool, bool, bool, bool,
-                                     int minMaxMode, bool withFieldData, bool hideCoordinateColumns)
+                                     Qt::Orientation splitterOrientation, bool, bool, bool, bool withBarChart, bool,
+                                     bool, int minMaxMode, bool withFieldData, bool hideCoordinateColumns)
 {
     if (m_dataRoot && !m_dataRoot->registry())
         m_dataRoot->setRegistry(registry);
@@ -137,13 +138,17 @@ void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tab
     m_treeSplitter->setStretchFactor(0, 0);
     m_treeSplitter->setStretchFactor(1, 1);
 
-    // The chart panels come with their own subsystems; until a panel exists its tab is not made.
+    // Chart panels not built yet have no tab; the order of those that exist is kept.
     if (!createFaultTDEToolTab(chartSettingsKey)) {
         createMohrDiagramChart(chartSettingsKey);
         createTableWidget(m_tableMenu, minMaxMode, withFieldData);
         createTreeWidget();
+        if (withBarChart)
+            createBarDiagram(chartSettingsKey);
     } else {
         createMohrDiagramChart(chartSettingsKey);
+        if (withBarChart)
+            createBarDiagram(chartSettingsKey);
         createTableWidget(m_tableMenu, minMaxMode, withFieldData);
         createTreeWidget();
     }
@@ -294,6 +299,24 @@ void QDataAnalyserDialog::createTreeWidget()
     m_treeView->expandAll();
 }
 
+void QDataAnalyserDialog::createBarDiagram(const QString& chartSettingsKey)
+{
+    auto* page = new QWidget;
+    page->setObjectName(QStringLiteral("BARCHART"));
+    const QIcon icon(QStringLiteral(":/rkBaseQt/Resources/chart_bar.png"));
+    page->setWindowIcon(icon);
+    m_tabWidget->addTab(page, icon, QCoreApplication::translate("AttributeBrowser", "Bar Chart"));
+    auto* layout = new QGridLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_barSplitter = new QSplitter(Qt::Vertical, page);
+    layout->addWidget(m_barSplitter, 0, 0);
+    m_barChart = new QRKEBarChartWidget(m_dataRoot, chartSettingsKey, m_barSplitter, 0, m_withFieldData);
+    m_barSplitter->addWidget(m_barChart);
+    m_barSplitter->addWidget(new QFrame(m_barSplitter));
+    page->setBackgroundRole(QPalette::ColorRole(9));
+    m_barChart->resetAxesColor();
+}
+
 bool QDataAnalyserDialog::createFaultTDEToolTab(const QString&)
 {
     return false;
@@ -319,6 +342,8 @@ void QDataAnalyserDialog::changeDataRoot(MatrixData* root)
     m_vertexItemModel->setDataRoot(root);
     m_minMaxVertexItemModel->setDataRoot(root);
     m_treeItemModel->setDataRoot(root);
+    if (m_barChart)
+        m_barChart->setDataRoot(root);
     hideShowOrientationWindows();
 }
 
@@ -423,9 +448,14 @@ void QDataAnalyserDialog::resizeEvent(QResizeEvent* event)
 
 void QDataAnalyserDialog::resetSplitterRatios()
 {
-    // Only the chart splitters are reset, and there are none until the bar chart exists.
-    if (!m_splitterResetPending)
+    // A window without a bar chart never resets its splitters.
+    if (!m_splitterResetPending || !m_barSplitter)
         return;
+    const QList<int> sizes{m_tabWidget ? m_tabWidget->height() : 0, 0};
+    for (QSplitter* splitter : {m_barSplitter})
+        if (splitter)
+            splitter->setSizes(sizes);
+    m_splitterResetPending = false;
 }
 
 QList<unsigned long long> QDataAnalyserDialog::getTableIdOrder() const
@@ -559,8 +589,8 @@ std::vector<int> QDataAnalyserDialog::chartDataRows() const
 // Each chart's update: a guard, the wait cursor, the rows the table selects, and the hand-over
 // to the chart panel. Bar chart, histogram and rose guard on their tab even when called
 // directly, so that a selection never rebuilds a chart nobody sees. tabKey is null for the
-// charts that guard on their panel instead; this window builds no chart panel yet, so the rows
-// are read and nothing takes them.
+// charts that guard on their panel instead. For the charts whose panels are not built yet the
+// rows are read and nothing takes them.
 void QDataAnalyserDialog::handOverChartRows(const char* tabKey)
 {
     if (tabKey && !isCurrentTab(tabKey))
@@ -602,7 +632,10 @@ void QDataAnalyserDialog::updateTangentChartData()
 
 void QDataAnalyserDialog::updateBarChart()
 {
-    handOverChartRows("BARCHART");
+    if (!m_barChart || !isCurrentTab("BARCHART"))
+        return;
+    WaitCursor wait;
+    m_barChart->updateView(chartDataRows(), true);
 }
 
 void QDataAnalyserDialog::updateChartDataSetSelectionBoxes()
@@ -801,6 +834,12 @@ void QDataAnalyserDialog::focusInEvent(QFocusEvent* event)
 
 void QDataAnalyserDialog::copyToClipboard()
 {
+    if (m_barChart && isCurrentTab("BARCHART")) {
+        m_barChart->copyToClipboard();
+        if (m_pasteAction)
+            m_pasteAction->setEnabled(false);
+        return;
+    }
     if (!m_vertexTable || !m_tabWidget || !m_tabWidget->currentWidget()
         || m_tabWidget->currentWidget()->objectName() != QLatin1String("TABLE"))
         return;
@@ -1152,6 +1191,8 @@ void QDataAnalyserDialog::readSettings(const QString& mainGroup)
             m_treeSplitter->setSizes({150, 300});
     }
     settings.endGroup();
+    if (m_barChart)
+        m_barChart->readSettings(settingsPath() + QStringLiteral("/barchart/"));
 }
 
 void QDataAnalyserDialog::saveSettings()
@@ -1165,6 +1206,8 @@ void QDataAnalyserDialog::saveSettings()
         settings.setValue(QStringLiteral("tree_splitter"), m_treeSplitter->saveState());
         settings.endGroup();
     }
+    if (m_barChart)
+        m_barChart->writeSettings();
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -26,6 +26,7 @@ namespace rkBase {
 
 class DisplayUnitManager;
 class QAttributeTreeView;
+class QRKEBarChartWidget;
 class QRelationshipItemModel;
 class QSelectCellsDialog;
 class QSortFilterProxyVertexItemModel;
@@ -59,6 +60,8 @@ public:
     void changeDataRootOnly(MatrixData* root) { m_dataRoot = root; }
     void createTableWidget(QMenu* menu, int minMaxMode, bool withFieldData);
     void createTreeWidget();
+    // The "BARCHART" page with its panel; chartSettingsKey goes to the panel.
+    void createBarDiagram(const QString& chartSettingsKey);
     QMenu* createDefaultPopupMenu();
 
     void showTab(const QString& key, const QString& title);
@@ -100,6 +103,7 @@ public:
     QVertexMinMaxModelTableView* minMaxVertexTable() const { return m_minMaxVertexTable; }
     QVertexMinMaxItemModel* minMaxVertexItemModel() const { return m_minMaxVertexItemModel; }
     QGroupBox* validCellsOnlyGroupBox() const { return m_validCellsOnlyGroupBox; }
+    QRKEBarChartWidget* barChart() const { return m_barChart; }
     QComboBox* filterComboBox() const { return m_filterComboBox; }
     QAction* pasteAction() const { return m_pasteAction; }
     QString fileName() const { return m_fileName; }
@@ -215,6 +219,8 @@ private:
     QSortFilterProxyVertexItemModel* m_proxyModel = nullptr;
     QVertexMinMaxItemModel* m_minMaxVertexItemModel = nullptr;
     QSplitter* m_treeSplitter = nullptr;
+    QRKEBarChartWidget* m_barChart = nullptr;
+    QSplitter* m_barSplitter = nullptr;
     int m_currentSymbolItem = 0;
     int m_currentColorItem = 0;
     QAction* m_pasteAction = nullptr;

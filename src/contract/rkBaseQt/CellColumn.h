@@ -40,6 +40,11 @@ public:
     double toDouble(int row) const;
     int toInt(int row) const;
     void setDouble(int row, double value);
+    // The contiguous cells of a Double column and one validity byte per row (0: blank), for
+    // reductions over millions of rows; null for columns of other types. Both stay valid until
+    // the column is resized or retyped.
+    const double* doubleData() const { return m_store == Store::Double ? m_double.data() : nullptr; }
+    const std::uint8_t* validData() const { return m_valid.data(); }
     // Typed paths for point cells: a blank cell, a row out of range or a column of another kind
     // reads false.
     bool point(int row, QPointF& out) const;

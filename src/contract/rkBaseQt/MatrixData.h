@@ -325,8 +325,16 @@ public:
     // Over this column (or, on a group, over all its numeric columns). Empty rows: all rows.
     bool getMinMax(double& min, double& max, double& mean, const boost::dynamic_bitset<>& rows) const;
     double standardDeviation() const;
+    // The bar chart's filter: how many consecutive rows one bar stands for. A step fixed on this
+    // node by setDefaultFilterStepSize (kept with the node in streams) wins; otherwise it is the
+    // smallest of 1, 2, 5, 10, 20, 50, ... that leaves at most kDefaultFilterBars bars for the
+    // given rows (rows <= 0: this node's valid rows). Always at least 1.
+    static constexpr int kDefaultFilterBars = 100;
     int defaultFilterStepSize(int rows) const;
-    void resetDefaultFilterStepSize() { m_defaultFilterStep = -1; }
+    // A step below 1 is refused (false) and leaves the rule above in force.
+    bool setDefaultFilterStepSize(int step);
+    // Back to the rule: forgets a fixed step.
+    void resetDefaultFilterStepSize();
     // Adds "Measured Depth" to every group below that has vertex columns and lacks one: the
     // running 3D distance along the rows. Returns the number of columns created.
     int createMeasuredDepth();

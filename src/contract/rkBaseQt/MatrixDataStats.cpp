@@ -177,17 +177,6 @@ double MatrixData::standardDeviation() const
     return std::sqrt(sq / (s.count - 1));
 }
 
-int MatrixData::defaultFilterStepSize(int rows) const
-{
-    if (m_defaultFilterStep > 0)
-        return m_defaultFilterStep;
-    // Keep a bar chart near a thousand bars whatever the sheet length.
-    const int n = rows > 0 ? rows : m_validRows;
-    const int step = std::max(1, (n + 999) / 1000);
-    const_cast<MatrixData*>(this)->m_defaultFilterStep = step;
-    return step;
-}
-
 // ---------------------------------------------------------------------------------------------
 // Legend classes
 
