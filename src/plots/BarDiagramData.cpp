@@ -37,9 +37,23 @@ Accumulator accumulate(const CellColumn& cells, const std::vector<int>& rows, in
     if (rows.empty()) {
         end = std::min(end, size);
         if (doubles) {
-            for (int r = begin; r < end; ++r)
+            // The hot loop of a million-row chart: no branch per cell, and four running sums so
+            // that each addition need not wait for the one before.
+            double sum[4] = {0.0, 0.0, 0.0, 0.0};
+            int count[4] = {0, 0, 0, 0};
+            int r = begin;
+            for (; r + 4 <= end; r += 4)
+                for (int k = 0; k < 4; ++k) {
+                    const double v = doubles[r + k];
+                    const bool take = valid[r + k] != 0 && v - v == 0.0;
+                    sum[k] += take ? v : 0.0;
+                    count[k] += take;
+                }
+            for (; r < end; ++r)
                 if (valid[r])
                     acc.add(doubles[r]);
+            acc.sum += (sum[0] + sum[1]) + (sum[2] + sum[3]);
+            acc.count += count[0] + count[1] + count[2] + count[3];
         } else {
             for (int r = begin; r < end; ++r)
                 if (valid[r])
@@ -126,7 +140,10 @@ BarDiagramData BarDiagramData::reduce(const QList<MatrixData*>& columns, const s
         const int first = rows.empty() ? begin : rows[static_cast<std::size_t>(begin)];
         out.m_firstRows.push_back(first);
         out.m_lastRows.push_back(rows.empty() ? last : rows[static_cast<std::size_t>(last)]);
-        out.m_labels.push_back(labelColumn ? labelText(labelColumn, first, storedUnits) : QString::number(first + 1));
+        if (first < 0)
+            out.m_labels.push_back(QString());
+        else
+            out.m_labels.push_back(labelColumn ? labelText(labelColumn, first, storedUnits) : QString::number(first + 1));
     }
     return out;
 }

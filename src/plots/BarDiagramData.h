@@ -14,7 +14,7 @@
 //   Unit conversions are scale factors, so converting a mean equals the mean of the converted
 //   cells and only the means are converted.
 // - A category's label is its first row: the row number counted from 1, or the text of
-//   labelColumn in that row (blank when that cell is blank).
+//   labelColumn in that row (blank when that cell is blank, or the row is negative).
 
 #include <QColor>
 #include <QList>

@@ -180,10 +180,10 @@ QString QBarDiagramWidget::headerText() const
     return m_headerTitle.isEmpty() ? m_baseTitle : m_headerTitle;
 }
 
-QBarDiagramWidget::Layout QBarDiagramWidget::layout(const QSize& size, const QFont& font) const
+QBarDiagramWidget::Layout QBarDiagramWidget::layout(const QSize& size, const QFont& font, QPaintDevice* device) const
 {
     Layout l;
-    const QFontMetricsF fm(font);
+    const QFontMetricsF fm = device ? QFontMetricsF(font, device) : QFontMetricsF(font);
     const double h = fm.height();
     const double W = size.width();
     const double H = size.height();
@@ -228,14 +228,21 @@ QBarDiagramWidget::Layout QBarDiagramWidget::layout(const QSize& size, const QFo
         hi = m_barMode == PercentBars ? 100.0 : 1.0;
 
     const int n = m_data.categoryCount();
-    std::vector<QString> texts(static_cast<std::size_t>(n));
-    double widest = 0.0;
+    std::vector<QString> full(static_cast<std::size_t>(n));
+    double widestFull = 0.0;
     for (int c = 0; c < n; ++c) {
-        texts[c] = fm.elidedText(m_data.categoryLabel(c), Qt::ElideRight, kMaxLabelPixels);
-        widest = std::max(widest, fm.horizontalAdvance(texts[c]));
+        full[c] = fm.elidedText(m_data.categoryLabel(c), Qt::ElideRight, kMaxLabelPixels);
+        widestFull = std::max(widestFull, fm.horizontalAdvance(full[c]));
     }
+    std::vector<QString> texts = full;
+    double widest = widestFull;
 
     const double top = y + h / 2.0; // half a tick label sticks out above the top tick
+    // What the category labels may take below the plot: never so much that the bars have no
+    // room. A chart too small for one line of labels shows none.
+    const double below = kTickLength + 2.0 + 4.0 + h + kMargin;
+    const double labelRoom = H - top - below - std::max(20.0, 0.3 * (H - top));
+    const bool withLabels = n > 0 && labelRoom >= h;
     double plotHeight = std::max(1.0, H - top - 3.0 * h - kMargin);
     double left = 0.0, right = 0.0, bottom = 0.0;
     // Two passes: the tick labels' width sets the plot's width, which sets the category labels,
@@ -256,27 +263,42 @@ QBarDiagramWidget::Layout QBarDiagramWidget::layout(const QSize& size, const QFo
         }
         left = kMargin + h + 6.0 + tickWidth + kTickLength + 2.0;
         right = W - kMargin;
-        const double plotWidth = std::max(1.0, right - left);
-        l.pitch = n > 0 ? plotWidth / n : 0.0;
-        const double gapAcross = std::max(6.0, h * 0.6);
-        const int everyAcross = niceEvery(l.pitch, widest + gapAcross);
-        const int everyUpright = niceEvery(l.pitch, h + 2.0);
-        l.labelsUpright = !m_data.numericLabels() && everyAcross > 1;
-        l.labelEvery = l.labelsUpright ? everyUpright : everyAcross;
-        const double labelExtent = n == 0 ? 0.0 : (l.labelsUpright ? widest : h);
-        if (!l.labelsUpright && n > 0) {
-            // A label centred under the first or last category must not leave the chart.
-            left = std::max(left, kMargin + widest / 2.0);
-            right = std::min(right, W - kMargin - widest / 2.0);
-            l.pitch = std::max(1.0, right - left) / n;
+        // Across, a label centred under the first or last place must not leave the chart.
+        const double leftAcross = std::max(left, kMargin + widestFull / 2.0);
+        const double rightAcross = std::min(right, W - kMargin - widestFull / 2.0);
+        const double pitchAcross = n > 0 ? std::max(1.0, rightAcross - leftAcross) / n : 0.0;
+        const double pitchUpright = n > 0 ? std::max(1.0, right - left) / n : 0.0;
+        const int everyAcross = niceEvery(pitchAcross, widestFull + std::max(6.0, h * 0.6));
+        l.labelsUpright = withLabels && !m_data.numericLabels() && everyAcross > 1;
+        if (l.labelsUpright) {
+            l.pitch = pitchUpright;
+            l.labelEvery = niceEvery(l.pitch, h + 2.0);
+            texts = full;
+            widest = widestFull;
+            if (widest > labelRoom) {
+                widest = 0.0;
+                for (QString& t : texts) {
+                    t = fm.elidedText(t, Qt::ElideRight, labelRoom);
+                    widest = std::max(widest, fm.horizontalAdvance(t));
+                }
+            }
+        } else if (withLabels) {
+            left = leftAcross;
+            right = rightAcross;
+            l.pitch = pitchAcross;
+            l.labelEvery = everyAcross;
+        } else {
+            l.pitch = pitchUpright;
+            l.labelEvery = 1;
         }
+        const double labelExtent = !withLabels ? 0.0 : (l.labelsUpright ? widest : h);
         bottom = H - kMargin - h - 4.0 - labelExtent - kTickLength - 2.0;
         plotHeight = std::max(1.0, bottom - top);
     }
     l.plot = QRectF(QPointF(left, top), QPointF(std::max(left + 1.0, right), std::max(top + 1.0, bottom)));
 
     const double labelTop = l.plot.bottom() + kTickLength + 2.0;
-    for (int c = 0; c < n; c += l.labelEvery) {
+    for (int c = 0; withLabels && c < n; c += l.labelEvery) {
         const double cx = l.plot.left() + (c + 0.5) * l.pitch;
         const double w = fm.horizontalAdvance(texts[c]) + 1.0;
         l.labelCategories.push_back(c);
@@ -284,14 +306,21 @@ QBarDiagramWidget::Layout QBarDiagramWidget::layout(const QSize& size, const QFo
         l.labelBoxes.push_back(l.labelsUpright ? QRectF(cx - h / 2.0, labelTop, h, w)
                                                : QRectF(cx - w / 2.0, labelTop, w, h));
     }
-    double labelBottom = labelTop + (n == 0 ? 0.0 : (l.labelsUpright ? widest : h));
+    const double labelBottom = labelTop + (!withLabels ? 0.0 : (l.labelsUpright ? widest : h));
     l.categoryTitle = QRectF(l.plot.left(), labelBottom + 4.0, l.plot.width(), h);
     l.valueTitle = QRectF(kMargin, l.plot.top(), h, l.plot.height());
+    // On a plot lower than its tick labels, labels that would touch the one below are left out.
+    std::vector<QString> shownTickLabels;
     for (std::size_t i = 0; i < l.ticks.size(); ++i) {
         const double ty = l.plot.bottom() - (l.ticks[i] - l.valueMin) / (l.valueMax - l.valueMin) * l.plot.height();
         const double w = fm.horizontalAdvance(l.tickLabels[i]) + 1.0;
-        l.tickLabelBoxes.emplace_back(l.plot.left() - kTickLength - 3.0 - w, ty - h / 2.0, w, h);
+        const QRectF box(l.plot.left() - kTickLength - 3.0 - w, ty - h / 2.0, w, h);
+        if (!l.tickLabelBoxes.empty() && box.bottom() > l.tickLabelBoxes.back().top())
+            continue;
+        l.tickLabelBoxes.push_back(box);
+        shownTickLabels.push_back(l.tickLabels[i]);
     }
+    l.tickLabels = shownTickLabels;
     return l;
 }
 
@@ -320,9 +349,9 @@ QPointF QBarDiagramWidget::transformInPixelPoint(const QPointF& data)
 
 const QBarDiagramWidget::Layout& QBarDiagramWidget::layoutFor(QPainter& painter)
 {
-    const QPaintDevice* device = painter.device();
+    QPaintDevice* device = painter.device();
     const QSize size = device ? QSize(device->width(), device->height()) : this->size();
-    m_layout = layout(size, painter.font());
+    m_layout = layout(size, painter.font(), device);
     return m_layout;
 }
 
@@ -417,13 +446,13 @@ void QBarDiagramWidget::drawAxis(QPainter& painter, QRect rect)
     // drawChart has laid out this very device; any other caller gets the layout of the rect.
     const Layout l = (painter.device() && rect.size() == QSize(painter.device()->width(), painter.device()->height()))
                          ? m_layout
-                         : layout(rect.size(), painter.font());
+                         : layout(rect.size(), painter.font(), painter.device());
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setRenderHint(QPainter::TextAntialiasing, true);
     painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(m_labelColor, 0.0));
-    const QFontMetricsF fm(painter.font());
+    const QFontMetricsF fm(painter.font(), painter.device());
 
     // Frame lines: the value axis, the category axis at the bottom, and 0 when it lies inside.
     const double zero = std::round(valueToY(l, 0.0));
@@ -441,7 +470,7 @@ void QBarDiagramWidget::drawAxis(QPainter& painter, QRect rect)
     }
     painter.drawLines(lines.data(), static_cast<int>(lines.size()));
 
-    for (std::size_t i = 0; i < l.ticks.size(); ++i)
+    for (std::size_t i = 0; i < l.tickLabelBoxes.size(); ++i)
         painter.drawText(l.tickLabelBoxes[i], Qt::AlignRight | Qt::AlignVCenter, l.tickLabels[i]);
     for (std::size_t i = 0; i < l.labelBoxes.size(); ++i) {
         const QRectF& box = l.labelBoxes[i];
@@ -488,7 +517,7 @@ void QBarDiagramWidget::drawAxis(QPainter& painter, QRect rect)
         QFont bold = painter.font();
         bold.setBold(true);
         painter.setFont(bold);
-        const QFontMetricsF bfm(bold);
+        const QFontMetricsF bfm(bold, painter.device());
         painter.drawText(l.title, Qt::AlignCenter, bfm.elidedText(headerText(), Qt::ElideRight, l.title.width()));
     }
     painter.restore();

@@ -55,6 +55,7 @@ public:
         double valueMax = 1.0;
         double tickStep = 1.0;
         std::vector<double> ticks;
+        // The tick labels shown: all of them, unless the plot is lower than they are tall.
         std::vector<QRectF> tickLabelBoxes;
         std::vector<QString> tickLabels;
         double pitch = 0.0; // pixels per category
@@ -87,7 +88,8 @@ public:
     // The text of a tick value at a given step: as many decimals as the step needs.
     static QString tickText(double value, double step);
 
-    Layout layout(const QSize& size, const QFont& font) const;
+    // Text is measured as it comes out on the device (its resolution), or on the screen.
+    Layout layout(const QSize& size, const QFont& font, QPaintDevice* device = nullptr) const;
     // The category under a pixel of the chart's raster, or -1.
     int categoryAt(const QPointF& pixel) const;
 
