@@ -2,6 +2,7 @@
 #include <MatrixData.h>
 #include <QAttributeTreeView.h>
 #include <QDataAnalyserDialog.h>
+#include <QRKEBarChartWidget.h>
 #include <QSelectCellsDialog.h>
 #include <QSortFilterProxyVertexItemModel.h>
 #include <QVertexItemModel.h>
@@ -32,13 +33,14 @@ using namespace rkBase;
 
 namespace {
 std::unique_ptr<QDataAnalyserDialog> makeDialog(UnitRegistry& registry, int minMaxMode = 1,
-                                                void (QDataAnalyserDialog::*fill)() = &QDataAnalyserDialog::initializeTestData)
+                                                void (QDataAnalyserDialog::*fill)() = &QDataAnalyserDialog::initializeTestData,
+                                                bool withBarChart = true)
 {
     auto dialog = std::make_unique<QDataAnalyserDialog>();
     dialog->dataRoot()->setRegistry(&registry);
     ((*dialog).*fill)();
-    dialog->initialize(QStringLiteral("test"), nullptr, &registry, Qt::Horizontal, false, true, true, true, true, true,
-                       minMaxMode, false, false);
+    dialog->initialize(QStringLiteral("test"), nullptr, &registry, Qt::Horizontal, false, true, true, withBarChart, true,
+                       true, minMaxMode, false, false);
     return dialog;
 }
 
@@ -66,6 +68,8 @@ private slots:
     void init();
     void setUp();
     void minMaxFrameHiddenInMode0();
+    void barChartTab_data();
+    void barChartTab();
     void orientationTabs();
     void ultraLightMode();
     void testData_data();
@@ -104,7 +108,7 @@ void TestDataAnalyserDialog::setUp()
 {
     UnitRegistry registry;
     auto d = makeDialog(registry);
-    QCOMPARE(tabKeys(*d), QStringList{"TABLE"});
+    QCOMPARE(tabKeys(*d), (QStringList{"TABLE", "BARCHART"}));
     QVERIFY(d->pasteAction());
     QVERIFY(!d->pasteAction()->isEnabled());
     QCOMPARE(d->vertexTable()->menu()->title(), QStringLiteral("Default Menu"));
@@ -131,6 +135,54 @@ void TestDataAnalyserDialog::minMaxFrameHiddenInMode0()
     QCOMPARE(d->minMaxVertexItemModel()->rowCount(), 3);
 }
 
+void TestDataAnalyserDialog::barChartTab_data()
+{
+    QTest::addColumn<bool>("withBarChart");
+    QTest::newRow("with a bar chart") << true;
+    QTest::newRow("without") << false;
+}
+
+void TestDataAnalyserDialog::barChartTab()
+{
+    QFETCH(bool, withBarChart);
+    UnitRegistry registry;
+    auto d = makeDialog(registry, 1, &QDataAnalyserDialog::initializeTestData, withBarChart);
+    QWidget* page = d->tabWidget()->findPage(QStringLiteral("BARCHART"));
+    QCOMPARE(page != nullptr, withBarChart);
+    QCOMPARE(d->barChart() != nullptr, withBarChart);
+    if (!withBarChart) {
+        QCOMPARE(tabKeys(*d), QStringList{"TABLE"});
+        d->updateBarChart(); // nothing to route to
+        d->resetSplitterRatios();
+        return;
+    }
+    const int at = d->tabWidget()->indexOf(page);
+    QCOMPARE(at, 1);
+    QCOMPARE(d->tabWidget()->tabText(at), QStringLiteral("Bar Chart"));
+    QVERIFY(!d->tabWidget()->tabIcon(at).isNull());
+    // The page holds a vertical splitter with the panel above an empty frame.
+    auto* splitter = qobject_cast<QSplitter*>(d->barChart()->parentWidget());
+    QVERIFY(splitter);
+    QCOMPARE(splitter->orientation(), Qt::Vertical);
+    QCOMPARE(splitter->count(), 2);
+    QCOMPARE(splitter->widget(0), static_cast<QWidget*>(d->barChart()));
+    QVERIFY(page->isAncestorOf(splitter));
+    // The panel keeps its settings in the analyser's group for it.
+    QCOMPARE(d->barChart()->settingsGroup(), QStringLiteral("attribute_analyser/defaultSettingsGroup/barchart/"));
+    d->barChart()->setBarMode(QBarDiagramWidget::PercentBars);
+    d->saveSettings();
+    QCOMPARE(QSettings().value(QStringLiteral("attribute_analyser/defaultSettingsGroup/barchart/display/bar_mode")).toInt(),
+             int(QBarDiagramWidget::PercentBars));
+    auto again = makeDialog(registry);
+    QCOMPARE(again->barChart()->barMode(), QBarDiagramWidget::PercentBars);
+    // Shown on a resized window, the chart takes the whole page.
+    d->resize(900, 600);
+    d->show();
+    QVERIFY(QTest::qWaitForWindowExposed(d.get()));
+    d->tabWidget()->setCurrentWidget(page);
+    QTRY_COMPARE(splitter->sizes().last(), 0);
+}
+
 void TestDataAnalyserDialog::orientationTabs()
 {
     UnitRegistry registry;
@@ -138,16 +190,16 @@ void TestDataAnalyserDialog::orientationTabs()
     QWidget* stereo = addPage(*d, QStringLiteral("STEREOPLOT"));
     addPage(*d, QStringLiteral("WELLLOGPLOT"));
     d->hideShowOrientationWindows(); // no orientation data in the test sheet
-    QCOMPARE(tabKeys(*d), (QStringList{"TABLE", "WELLLOGPLOT"}));
+    QCOMPARE(tabKeys(*d), (QStringList{"TABLE", "BARCHART", "WELLLOGPLOT"}));
     QVERIFY(!stereo->isVisible());
     auto* group = d->dataRoot()->child(0);
     group->appendChild(new MatrixData(QStringLiteral("dip"), 3, 1, QVariant::Double, true), false);
     d->hideShowOrientationWindows();
     d->hideShowOrientationWindows(); // twice adds no second copy
-    QCOMPARE(tabKeys(*d), (QStringList{"TABLE", "WELLLOGPLOT", "STEREOPLOT"}));
+    QCOMPARE(tabKeys(*d), (QStringList{"TABLE", "BARCHART", "WELLLOGPLOT", "STEREOPLOT"}));
     d->hideTab(QStringLiteral("NOSUCHTAB"));
     d->showTab(QStringLiteral("NOSUCHTAB"), QStringLiteral("x"));
-    QCOMPARE(d->tabWidget()->count(), 3);
+    QCOMPARE(d->tabWidget()->count(), 4);
 }
 
 void TestDataAnalyserDialog::ultraLightMode()
@@ -376,6 +428,18 @@ void TestDataAnalyserDialog::chartRows()
     QCOMPARE(static_cast<int>(got.size()), rows);
     if (validOnly && selected.isEmpty())
         QCOMPARE(got, (std::vector<int>{1, 2, 5, 8}));
+
+    // The bar chart takes the same rows, and only while its tab is in front.
+    QRKEBarChartWidget* bar = d->barChart();
+    d->updateBarChart();
+    QCOMPARE(bar->barDiagram()->data().rowCount(), 0);
+    d->tabWidget()->setCurrentWidget(d->tabWidget()->findPage(QStringLiteral("BARCHART")));
+    QCOMPARE(bar->rows(), got);
+    const int drawn = got.empty() ? 20 : rows;
+    QCOMPARE(bar->barDiagram()->data().rowCount(), drawn);
+    // The ticked numeric columns of the test data are the bars: X, Y and Z.
+    QCOMPARE(bar->barDiagram()->data().seriesCount(), 3);
+    QVERIFY(!d->chartUpdateNeeded(1));
 }
 
 void TestDataAnalyserDialog::insertAndRemoveRows_data()

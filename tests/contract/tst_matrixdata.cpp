@@ -51,6 +51,9 @@ private slots:
     void collections();
     void maxRows_data();
     void maxRows();
+    void defaultFilterStep_data();
+    void defaultFilterStep();
+    void fixedFilterStep();
     void defaultColours();
     void hexaStrings_data();
     void hexaStrings();
@@ -378,6 +381,61 @@ void TestMatrixData::maxRows()
     well->appendChild(new MatrixData(QStringLiteral("a"), rows, 1, QVariant::Double, true), false);
     well->appendChild(new MatrixData(QStringLiteral("b"), rows / 2, 1, QVariant::Double, true), false);
     QCOMPARE(root.maxNumbOfSelectedRows(step, listSize), expected);
+}
+
+void TestMatrixData::defaultFilterStep_data()
+{
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<int>("validRows"); // of the node itself, for rows <= 0
+    QTest::addColumn<int>("step");
+    QTest::newRow("nothing") << 0 << 0 << 1;
+    QTest::newRow("a bar a row up to the limit") << MatrixData::kDefaultFilterBars << 0 << 1;
+    QTest::newRow("one row more") << MatrixData::kDefaultFilterBars + 1 << 0 << 2;
+    QTest::newRow("twice the limit") << 2 * MatrixData::kDefaultFilterBars << 0 << 2;
+    QTest::newRow("then 5") << 2 * MatrixData::kDefaultFilterBars + 1 << 0 << 5;
+    QTest::newRow("the sample well") << 3000 << 0 << 50;
+    QTest::newRow("a million") << 1000000 << 0 << 10000;
+    QTest::newRow("the most rows") << std::numeric_limits<int>::max() << 0 << 50000000;
+    QTest::newRow("no count given: the node's own rows") << 0 << 450 << 5;
+    QTest::newRow("a negative count: the same") << -7 << 450 << 5;
+}
+
+void TestMatrixData::defaultFilterStep()
+{
+    QFETCH(int, rows);
+    QFETCH(int, validRows);
+    QFETCH(int, step);
+    MatrixData column(QStringLiteral("a"), validRows, 1, QVariant::Double, true);
+    column.setValidValueRowCount(validRows);
+    QCOMPARE(column.defaultFilterStepSize(rows), step);
+    // The result leaves at most the limit of bars.
+    const long long n = rows > 0 ? rows : validRows;
+    QVERIFY((n + step - 1) / step <= MatrixData::kDefaultFilterBars);
+    // Asking again with other rows is not answered from the first question.
+    QCOMPARE(column.defaultFilterStepSize(1), 1);
+}
+
+void TestMatrixData::fixedFilterStep()
+{
+    MatrixData root(QStringLiteral("root"), -1, -1, QVariant::String, true);
+    QVERIFY(!root.setDefaultFilterStepSize(0));
+    QVERIFY(!root.setDefaultFilterStepSize(-3));
+    QCOMPARE(root.defaultFilterStepSize(3000), 50);
+    QVERIFY(root.setDefaultFilterStepSize(7));
+    QCOMPARE(root.defaultFilterStepSize(3000), 7);
+    QCOMPARE(root.defaultFilterStepSize(1), 7);
+    // A fixed step travels with the node.
+    QByteArray bytes;
+    {
+        QDataStream out(&bytes, QIODevice::WriteOnly);
+        root.putDataOnStream(out, true);
+    }
+    MatrixData copy(QStringLiteral("copy"), -1, -1, QVariant::String, true);
+    QDataStream in(bytes);
+    QVERIFY(copy.getDataFromStream(in));
+    QCOMPARE(copy.defaultFilterStepSize(3000), 7);
+    root.resetDefaultFilterStepSize();
+    QCOMPARE(root.defaultFilterStepSize(3000), 50);
 }
 
 void TestMatrixData::defaultColours()

@@ -1,5 +1,17 @@
+# Runs the demo host headless with --screenshot OUT (and HOST_ARGS, a list) and checks the
+# picture: a real render is far above 20 kB. With EXPECT_RC the host must exit with that code
+# and leave no picture.
 file(REMOVE "${OUT}")
-execute_process(COMMAND "${HOST}" --screenshot "${OUT}" RESULT_VARIABLE rc)
+execute_process(COMMAND "${HOST}" ${HOST_ARGS} --screenshot "${OUT}" RESULT_VARIABLE rc)
+if(DEFINED EXPECT_RC)
+  if(NOT rc EQUAL EXPECT_RC)
+    message(FATAL_ERROR "demo host exited with ${rc}, expected ${EXPECT_RC}")
+  endif()
+  if(EXISTS "${OUT}")
+    message(FATAL_ERROR "a refused run wrote ${OUT}")
+  endif()
+  return()
+endif()
 if(NOT rc EQUAL 0)
   message(FATAL_ERROR "demo host exited with ${rc}")
 endif()

@@ -2,6 +2,7 @@
 #include <HostMainWindow.h>
 #include <MatrixData.h>
 #include <QDataAnalyserDialog.h>
+#include <QRKEBarChartWidget.h>
 #include <QVertexItemModel.h>
 
 #include <QtTest>
@@ -19,6 +20,8 @@ private slots:
     void openAndUndo();
     void badFiles_data();
     void badFiles();
+    void tabsAndSelection_data();
+    void tabsAndSelection();
 };
 
 namespace {
@@ -80,6 +83,44 @@ void TestHostMainWindow::badFiles()
     HostMainWindow w;
     QCOMPARE(w.openCsv(f.fileName(), true), loads);
     QCOMPARE(w.analyser()->dataRoot()->childCount(), loads ? 1 : 0);
+}
+
+void TestHostMainWindow::tabsAndSelection_data()
+{
+    QTest::addColumn<QString>("tab");
+    QTest::addColumn<bool>("shown");
+    QTest::addColumn<int>("first");
+    QTest::addColumn<int>("last");
+    QTest::addColumn<int>("barRows"); // rows the bar chart draws; -1 when it is not in front
+    QTest::newRow("bar chart, all rows") << "BARCHART" << true << 0 << 0 << 3000;
+    QTest::newRow("bar chart, a selection") << "BARCHART" << true << 1001 << 1400 << 400;
+    QTest::newRow("a selection running past the end") << "BARCHART" << true << 2901 << 5000 << 100;
+    QTest::newRow("the table") << "TABLE" << true << 0 << 0 << -1;
+    QTest::newRow("a key without a tab") << "NOSUCHTAB" << false << 0 << 0 << -1;
+    QTest::newRow("a selection outside the sheet") << "BARCHART" << true << 4000 << 5000 << 3000;
+}
+
+void TestHostMainWindow::tabsAndSelection()
+{
+    QFETCH(QString, tab);
+    QFETCH(bool, shown);
+    QFETCH(int, first);
+    QFETCH(int, last);
+    QFETCH(int, barRows);
+    HostMainWindow w;
+    QVERIFY(w.openCsv(QStringLiteral(RK_SAMPLE_CSV), true));
+    if (first > 0)
+        QCOMPARE(w.selectRows(first, last), first <= 3000);
+    QCOMPARE(w.showTab(tab), shown);
+    rkBase::QRKEBarChartWidget* bar = w.analyser()->barChart();
+    QVERIFY(bar);
+    if (barRows < 0) {
+        QCOMPARE(bar->barDiagram()->data().rowCount(), 0);
+        return;
+    }
+    QCOMPARE(bar->barDiagram()->data().rowCount(), barRows);
+    if (first > 0 && first <= 3000)
+        QCOMPARE(bar->rows().front(), first - 1);
 }
 
 QTEST_MAIN(TestHostMainWindow)
