@@ -67,7 +67,8 @@ int main(int argc, char** argv)
         window.setAttribute(Qt::WA_DontShowOnScreen, true);
         window.show();
         QTimer::singleShot(200, [&window, &parser, &shot] {
-            const bool ok = window.grab().save(parser.value(shot));
+            // The highest compression: screenshots go into the repository's gallery.
+            const bool ok = window.grab().save(parser.value(shot), "PNG", 0);
             QApplication::exit(ok ? 0 : 1);
         });
         return app.exec();

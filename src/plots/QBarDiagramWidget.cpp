@@ -202,8 +202,10 @@ QBarDiagramWidget::Layout QBarDiagramWidget::layout(const QSize& size, const QFo
         const double right = W - kMargin;
         double x = left;
         double row = y;
+        // Legend names may run longer than category labels: they are few and stand alone.
+        const double longest = std::max(kMaxLabelPixels, std::min(2.0 * kMaxLabelPixels, (right - left) / 3.0));
         for (int s = 0; s < m_data.seriesCount(); ++s) {
-            const QString text = fm.elidedText(seriesLabel(m_data.series(s)), Qt::ElideRight, kMaxLabelPixels);
+            const QString text = fm.elidedText(seriesLabel(m_data.series(s)), Qt::ElideRight, longest);
             const double width = swatch + 4.0 + fm.horizontalAdvance(text);
             if (x > left && x + width > right) {
                 x = left;

@@ -1,0 +1,46 @@
+#!/usr/bin/env bash
+# Renders what a user sees into docs/gallery/, from the bundled sample well, without a display:
+# every tab of the analyser that exists (the demo host with --tab KEY --screenshot, rows
+# 1001-1400 selected so that the selection shows), then the pictures of the example programs
+# that write gallery pictures. A tab that is not built yet is reported and skipped.
+#   scripts/gallery.sh [OUT_DIR]        (default docs/gallery)
+set -euo pipefail
+cd "$(dirname "$0")/.."
+out=${1:-docs/gallery}
+mkdir -p "$out"
+
+scripts/install-deps.sh
+cmake -S . -B build/gallery -G Ninja -DCMAKE_BUILD_TYPE=Release -DRK_BUILD_TESTS=OFF -DRK_BUILD_BENCH=OFF >/dev/null
+targets=(rk_demo_host rk_chart_example rk_bar_example)
+for example in rk_rose_example; do
+  if ninja -C build/gallery -t targets all | grep -q "^$example:"; then targets+=("$example"); fi
+done
+cmake --build build/gallery -j2 --target "${targets[@]}"
+
+# Off screen, without borrowing anyone's OpenGL, and with first-start settings whatever the user
+# of this machine has saved.
+export QT_QPA_PLATFORM=offscreen QT_QPA_OFFSCREEN_NO_GLX=1
+config=$(mktemp -d)
+trap 'rm -rf "$config"' EXIT
+export XDG_CONFIG_HOME=$config
+
+host=build/gallery/examples/rk_demo_host
+for key in TABLE BARCHART HISTOGRAM CROSSPLOT ROSEPLOT STEREOPLOT TANGENTPLOT WELLLOGPLOT; do
+  file="$out/tab_$(echo "$key" | tr '[:upper:]' '[:lower:]').png"
+  rc=0
+  "$host" --tab "$key" --select 1001-1400 --screenshot "$file" 2>/dev/null || rc=$?
+  case $rc in
+    0) echo "gallery: $file" ;;
+    2) echo "gallery: no $key tab in this build, skipped" ;;
+    *) echo "gallery: the demo host failed on $key (exit $rc)" >&2; exit 1 ;;
+  esac
+done
+
+build/gallery/examples/rk_chart_example "$out"
+build/gallery/examples/rk_bar_example "$out"
+for example in rk_rose_example; do
+  if [ -x "build/gallery/examples/$example" ]; then
+    "build/gallery/examples/$example" "$out"
+  fi
+done
+echo "gallery: done, pictures in $out"
