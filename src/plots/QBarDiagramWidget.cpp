@@ -349,12 +349,11 @@ QPointF QBarDiagramWidget::transformInPixelPoint(const QPointF& data)
 
 // ---- drawing ----
 
-const QBarDiagramWidget::Layout& QBarDiagramWidget::layoutFor(QPainter& painter)
+QBarDiagramWidget::Layout QBarDiagramWidget::layoutOf(QPainter& painter) const
 {
     QPaintDevice* device = painter.device();
     const QSize size = device ? QSize(device->width(), device->height()) : this->size();
-    m_layout = layout(size, painter.font(), device);
-    return m_layout;
+    return layout(size, painter.font(), device);
 }
 
 void QBarDiagramWidget::redraw()
@@ -368,24 +367,31 @@ void QBarDiagramWidget::drawChart(QPainter& painter)
 {
     painter.save();
     painter.setFont(font());
-    const Layout& l = layoutFor(painter);
+    const Layout l = layoutOf(painter);
+    // The raster's layout answers the mouse; a copy to another device leaves it alone.
+    if (painter.device() == &m_chartPixmap)
+        m_layout = l;
     const QPaintDevice* device = painter.device();
     if (device)
         painter.fillRect(QRectF(0, 0, device->width(), device->height()), m_backgroundColor);
     painter.setRenderHint(QPainter::Antialiasing, false);
     if (m_gridIsOn)
-        drawGrid(&painter);
+        drawGridWith(painter, l);
     drawBars(painter, l);
-    drawAxis(painter, QRect(0, 0, device ? device->width() : width(), device ? device->height() : height()));
+    drawAxisWith(painter, l);
     drawLegend(painter, l);
     painter.restore();
 }
 
 void QBarDiagramWidget::drawGrid(QPainter* painter)
 {
-    const Layout& l = m_layout;
-    painter->setPen(QPen(m_gridColor, 0.0, Qt::DotLine));
-    painter->setBrush(Qt::NoBrush);
+    drawGridWith(*painter, layoutOf(*painter));
+}
+
+void QBarDiagramWidget::drawGridWith(QPainter& painter, const Layout& l) const
+{
+    painter.setPen(QPen(m_gridColor, 0.0, Qt::DotLine));
+    painter.setBrush(Qt::NoBrush);
     std::vector<QLineF> lines;
     for (double t : l.ticks) {
         const double y = std::round(valueToY(l, t));
@@ -393,7 +399,7 @@ void QBarDiagramWidget::drawGrid(QPainter* painter)
             lines.emplace_back(l.plot.left(), y, l.plot.right(), y);
     }
     if (!lines.empty())
-        painter->drawLines(lines.data(), static_cast<int>(lines.size()));
+        painter.drawLines(lines.data(), static_cast<int>(lines.size()));
 }
 
 void QBarDiagramWidget::drawBars(QPainter& painter, const Layout& l) const
@@ -445,10 +451,11 @@ void QBarDiagramWidget::drawBars(QPainter& painter, const Layout& l) const
 
 void QBarDiagramWidget::drawAxis(QPainter& painter, QRect rect)
 {
-    // drawChart has laid out this very device; any other caller gets the layout of the rect.
-    const Layout l = (painter.device() && rect.size() == QSize(painter.device()->width(), painter.device()->height()))
-                         ? m_layout
-                         : layout(rect.size(), painter.font(), painter.device());
+    drawAxisWith(painter, layout(rect.size(), painter.font(), painter.device()));
+}
+
+void QBarDiagramWidget::drawAxisWith(QPainter& painter, const Layout& l) const
+{
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.setRenderHint(QPainter::TextAntialiasing, true);

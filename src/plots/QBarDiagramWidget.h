@@ -104,8 +104,9 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
-    // The layout for the painter's device, kept for transformInPixelPoint and the axes.
-    const Layout& layoutFor(QPainter& painter);
+    Layout layoutOf(QPainter& painter) const;
+    void drawGridWith(QPainter& painter, const Layout& l) const;
+    void drawAxisWith(QPainter& painter, const Layout& l) const;
     void drawBars(QPainter& painter, const Layout& l) const;
     void drawLegend(QPainter& painter, const Layout& l) const;
     QString headerText() const;
@@ -115,6 +116,7 @@ private:
     std::vector<QColor> m_colours;
     BarMode m_barMode = NormalBars;
     bool m_showLegend = true;
+    // The layout of the raster as last drawn: what the mouse and transformInPixelPoint go by.
     Layout m_layout;
 };
 
