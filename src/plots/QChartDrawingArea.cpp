@@ -1,5 +1,6 @@
 #include "QChartDrawingArea.h"
 
+#include "EMFDevice.h"
 #include "MatrixDataArray.h"
 #include "OpenGLScene.h"
 #include "RKColormap.h"
@@ -7,6 +8,7 @@
 
 #include <QApplication>
 #include <QBitmap>
+#include <QBuffer>
 #include <QClipboard>
 #include <QComboBox>
 #include <QContextMenuEvent>
@@ -14,6 +16,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMimeData>
 #include <QPainter>
 #include <QPainterPath>
 #include <QWheelEvent>
@@ -81,6 +84,9 @@ void QChartDrawingArea::createOpenGLScene()
     m_openGLScene->resize(m_chartPixmap.size());
 }
 
+const char* const QChartDrawingArea::kMetafileMimeTypes[3] = {
+    "application/x-openoffice-emf;windows_formatname=\"Image EMF\"", "image/emf", "image/x-emf"};
+
 // ---- virtual operations ----
 
 void QChartDrawingArea::setLabelColor(const QColor& colour)
@@ -99,8 +105,11 @@ void QChartDrawingArea::setLabelColor(const QColor& colour)
 
 void QChartDrawingArea::copyWEMFToClipboard()
 {
-    // No metafile writer is built into this surface: the action stays hidden until a chart that
-    // has one calls allowCopyToWMF(true) and overrides this.
+    QGuiApplication::clipboard()->clear();
+    const QByteArray metafile = toEnhancedMetafile();
+    if (metafile.isEmpty())
+        return;
+    setMetafileOnClipboard(metafile, visibleChartImage());
 }
 
 void QChartDrawingArea::drawChart(QPainter&) {}
@@ -217,6 +226,47 @@ void QChartDrawingArea::copyWidgetToClipboard(QWidget* widget)
     const QImage image = pixmap.toImage();
     pixmap.convertFromImage(image);
     clipboard->setPixmap(pixmap);
+}
+
+QByteArray QChartDrawingArea::toEnhancedMetafile(const QString& fileName)
+{
+    EMFDevice device(fileName);
+    device.setClipRect(pixmapRect());
+    const bool wasPainting = m_paintingToWEMF;
+    m_paintingToWEMF = true;
+    {
+        QPainter painter(&device);
+        drawChart(painter);
+        drawAxis(painter, pixmapRect());
+    }
+    m_paintingToWEMF = wasPainting;
+    return device.bytes();
+}
+
+QImage QChartDrawingArea::visibleChartImage()
+{
+    if (m_redrawNeeded || m_chartPixmap.isNull()) {
+        redraw();
+        m_redrawNeeded = false;
+    }
+    return m_chartPixmap.copy(pixmapRect()).convertToFormat(QImage::Format_ARGB32);
+}
+
+void QChartDrawingArea::setMetafileOnClipboard(const QByteArray& metafile, const QImage& picture)
+{
+    auto* data = new QMimeData;
+    // Office programs here take the vectors only from the first type; the others name the same
+    // bytes for programs that look for them, and the picture serves everything else.
+    for (const char* type : kMetafileMimeTypes)
+        data->setData(QString::fromLatin1(type), metafile);
+    if (!picture.isNull()) {
+        QByteArray png;
+        QBuffer buffer(&png);
+        buffer.open(QIODevice::WriteOnly);
+        picture.save(&buffer, "PNG");
+        data->setData(QStringLiteral("image/png"), png);
+    }
+    QGuiApplication::clipboard()->setMimeData(data);
 }
 
 void QChartDrawingArea::copyToClipboard()
