@@ -11,6 +11,7 @@ extern "C" {
 
 #include <algorithm>
 #include <array>
+#include <functional>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
@@ -44,7 +45,7 @@ enum class BrushStyle { Solid, Null, Hatch, Pattern };
 } // namespace
 
 struct GdiObject {
-    Kind kind;
+    Kind kind = Kind::Pen;
     int stockIndex = -1; // >= 0: a stock object, never deleted
     int selections = 0;  // contexts it is selected into, under the table lock
     // What the file needs to reproduce it; equal keys share one created object in a file.
@@ -129,46 +130,57 @@ std::unordered_set<const void*>& liveHandles()
 
 std::string stockKey(int index) { return "stock:" + std::to_string(index); }
 
-// Stock objects live as long as the program and are told apart by index.
-GdiObject* stockObject(int index)
+// Stock objects live as long as the program and are told apart by their address, so that a
+// stale handle is never read to find out whether it is one.
+constexpr int kStockCount = 18;
+
+GdiObject* stockObjects()
 {
-    static const std::array<std::unique_ptr<GdiObject>, 18> objects = [] {
-        std::array<std::unique_ptr<GdiObject>, 18> a;
+    static GdiObject* const objects = [] {
+        static GdiObject a[kStockCount];
         const COLORREF brushes[] = {0xffffff, 0xc0c0c0, 0x808080, 0x404040, 0x000000};
-        for (int i = 0; i < 18; ++i) {
-            auto o = std::make_unique<GdiObject>();
-            o->stockIndex = i;
-            o->key = stockKey(i);
+        for (int i = 0; i < kStockCount; ++i) {
+            GdiObject& o = a[i];
+            o.stockIndex = i;
+            o.key = stockKey(i);
             if (i <= NULL_BRUSH) {
-                o->kind = Kind::Brush;
-                o->brushStyle = i == NULL_BRUSH ? BrushStyle::Null : BrushStyle::Solid;
-                o->colour = i < NULL_BRUSH ? brushes[i] : 0;
+                o.kind = Kind::Brush;
+                o.brushStyle = i == NULL_BRUSH ? BrushStyle::Null : BrushStyle::Solid;
+                o.colour = i < NULL_BRUSH ? brushes[i] : 0;
             } else if (i <= NULL_PEN) {
-                o->kind = Kind::Pen;
-                o->penStyle = i == NULL_PEN ? PS_NULL : PS_SOLID;
-                o->colour = i == WHITE_PEN ? 0xffffff : 0;
+                o.kind = Kind::Pen;
+                o.penStyle = i == NULL_PEN ? PS_NULL : PS_SOLID;
+                o.colour = i == WHITE_PEN ? 0xffffff : 0;
             } else if (i >= 10 && i <= 17 && i != 15) {
-                o->kind = Kind::Font;
+                o.kind = Kind::Font;
             } else {
                 // 9 (unused), 15 (the default palette): kept as a 1 x 1 bitmap, the default
                 // content of a memory context.
-                o->kind = Kind::Bitmap;
-                o->width = o->height = 1;
-                o->bitCount = 1;
-                o->bits.assign(1, 0);
+                o.kind = Kind::Bitmap;
+                o.width = o.height = 1;
+                o.bitCount = 1;
+                o.bits.assign(1, 0);
             }
-            a[std::size_t(i)] = std::move(o);
         }
         return a;
     }();
-    if (index < 0 || index >= int(objects.size()))
+    return objects;
+}
+
+GdiObject* stockObject(int index)
+{
+    if (index < 0 || index >= kStockCount)
         return nullptr;
-    return objects[std::size_t(index)].get();
+    return stockObjects() + index;
 }
 
 GdiObject* defaultBitmap() { return stockObject(9); }
 
-bool isStock(const GdiObject* o) { return o && o->stockIndex >= 0; }
+bool isStock(const GdiObject* o)
+{
+    const GdiObject* first = stockObjects();
+    return std::less_equal<const GdiObject*>()(first, o) && std::less<const GdiObject*>()(o, first + kStockCount);
+}
 
 // Under the table lock.
 bool liveLocked(const void* handle) { return handle && liveHandles().count(handle) != 0; }
