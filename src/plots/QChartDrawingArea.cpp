@@ -236,6 +236,10 @@ QByteArray QChartDrawingArea::toEnhancedMetafile(const QString& fileName)
     m_paintingToWEMF = true;
     {
         QPainter painter(&device);
+        // A painter starts without a brush but does not say so, and the engine starts with a
+        // white one: without this, a chart's first unfilled shape would be filled white.
+        painter.setBrush(Qt::white);
+        painter.setBrush(Qt::NoBrush);
         drawChart(painter);
         drawAxis(painter, pixmapRect());
     }
