@@ -7,6 +7,7 @@
 class QAction;
 
 namespace rkBase {
+class QChartDrawingArea;
 class QDataAnalyserDialog;
 class QModifyCellsDialog;
 class UnitRegistry;
@@ -23,9 +24,18 @@ public:
     bool openCsv(const QString& fileName, bool quiet);
     rkBase::QDataAnalyserDialog* analyser() const { return m_analyser; }
 
+    // ---- chart export ----
+    // The chart on the analyser's current tab page, or null when it shows none.
+    rkBase::QChartDrawingArea* currentChart() const;
+    // Writes the current chart by the name's suffix: .emf (vectors, as the metafile copy), .png
+    // (what the chart shows), .svg (vectors). False with a message if there is no chart or the
+    // file cannot be written.
+    bool exportChart(const QString& fileName, QString* error);
+
 public slots:
     void openCsvDialog();
     void saveAs();
+    void exportChartDialog();
     void showModifyCells();
     void modifyCells();
     void insertRow();

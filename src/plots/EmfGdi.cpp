@@ -457,6 +457,10 @@ BOOL writePoly(HDC dc, const POINT* points, int count, bool closed)
 {
     if (!points || count < 2)
         return FALSE;
+    // A polygon of two points is its outline, a line there and back; viewers drop it as a
+    // polygon, so it is written as the line.
+    if (count == 2)
+        closed = false;
     std::vector<POINT> clamped(points, points + count);
     for (POINT& p : clamped)
         p = POINT{clampL(p.x), clampL(p.y)};

@@ -16,6 +16,8 @@
 //   back. A chart of ten thousand symbols therefore costs its coordinates and little more.
 // - A region is written as clip off followed by RGN_AND with the region, and an elliptic
 //   region as one rectangle per scan line: viewers ignore or misdraw the other forms.
+// - A polygon of two points is written as a polyline: the same outline, and viewers drop the
+//   polygon.
 // - Coordinates are clamped to +-2^27, as GDI does in practice; points that fit 16 bits are
 //   written in the short record forms.
 //

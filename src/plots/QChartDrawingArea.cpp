@@ -1286,8 +1286,10 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
     for (std::size_t bi = 0; bi < bands.size(); ++bi) {
         if (fills[bi].isEmpty())
             continue;
-        // No outline: the band is one path, so its inner edges leave no seams to cover.
-        painter->setPen(Qt::NoPen);
+        // No outline: the band is one path, so its inner edges leave no seams to cover. A
+        // metafile outlines every shape with a solid pen (no pen there is a black one), so its
+        // bands are outlined in their own colour.
+        painter->setPen(m_paintingToWEMF ? makePen(bands[bi].colour, 0.0) : QPen(Qt::NoPen));
         painter->setBrush(bands[bi].colour);
         painter->drawPath(fills[bi]);
     }
