@@ -3,6 +3,7 @@
 #include "CsvSheetReader.h"
 
 #include <MatrixData.h>
+#include <QChartDrawingArea.h>
 #include <MatrixDataRestore.h>
 #include <QDataAnalyserDialog.h>
 #include <QModifyCellsDialog.h>
@@ -17,7 +18,11 @@
 #include <QKeySequence>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPainter>
 #include <QStatusBar>
+#ifdef RK_HAVE_SVG
+#include <QSvgGenerator>
+#endif
 
 #include <algorithm>
 
@@ -35,6 +40,7 @@ HostMainWindow::HostMainWindow(QWidget* parent)
     QMenu* file = menuBar()->addMenu(tr("&File"));
     file->addAction(tr("&Open CSV..."), this, SLOT(openCsvDialog()), QKeySequence::Open);
     file->addAction(tr("Save &As..."), this, SLOT(saveAs()), QKeySequence::SaveAs);
+    file->addAction(tr("&Export Chart..."), this, SLOT(exportChartDialog()));
     file->addSeparator();
     file->addAction(tr("&Quit"), this, SLOT(close()), QKeySequence::Quit);
 
@@ -222,4 +228,77 @@ void HostMainWindow::updateUndoActions()
     m_undo->setText(position > 0 ? tr("&Undo %1").arg(root->undoAction(position - 1)->name()) : tr("&Undo"));
     m_redo->setText(position < root->sizeUndoActions() ? tr("&Redo %1").arg(root->undoAction(position)->name())
                                                       : tr("&Redo"));
+}
+
+// ---- chart export ----
+
+rkBase::QChartDrawingArea* HostMainWindow::currentChart() const
+{
+    QTabWidget* tabs = m_analyser->tabWidget();
+    QWidget* page = tabs ? tabs->currentWidget() : nullptr;
+    if (!page)
+        return nullptr;
+    if (auto* chart = qobject_cast<rkBase::QChartDrawingArea*>(page))
+        return chart;
+    return page->findChild<rkBase::QChartDrawingArea*>();
+}
+
+bool HostMainWindow::exportChart(const QString& fileName, QString* error)
+{
+    rkBase::QChartDrawingArea* chart = currentChart();
+    if (!chart) {
+        *error = tr("The current tab shows no chart.");
+        return false;
+    }
+    const QString suffix = QFileInfo(fileName).suffix().toLower();
+    bool ok = false;
+    if (suffix == QLatin1String("emf")) {
+        ok = !chart->toEnhancedMetafile(fileName).isEmpty();
+    } else if (suffix == QLatin1String("png")) {
+        ok = chart->visibleChartImage().save(fileName, "PNG");
+#ifdef RK_HAVE_SVG
+    } else if (suffix == QLatin1String("svg")) {
+        QSvgGenerator svg;
+        svg.setFileName(fileName);
+        svg.setSize(chart->size());
+        svg.setViewBox(chart->pixmapRect());
+        svg.setTitle(chart->headerTitle().isEmpty() ? chart->baseTitle() : chart->headerTitle());
+        QPainter painter;
+        ok = painter.begin(&svg);
+        if (ok) {
+            chart->drawChart(painter);
+            chart->drawAxis(painter, chart->pixmapRect());
+            ok = painter.end();
+        }
+#endif
+    } else {
+        *error = tr("Charts are exported as .emf, .png or .svg, not as \"%1\".").arg(suffix);
+        return false;
+    }
+    if (!ok)
+        *error = tr("Could not write %1.").arg(fileName);
+    return ok;
+}
+
+void HostMainWindow::exportChartDialog()
+{
+    if (!currentChart()) {
+        statusBar()->showMessage(tr("The current tab shows no chart."), 4000);
+        return;
+    }
+    QString filters = tr("Enhanced metafile (*.emf);;PNG image (*.png)");
+#ifdef RK_HAVE_SVG
+    filters += tr(";;SVG drawing (*.svg)");
+#endif
+    QString selected;
+    QString file = QFileDialog::getSaveFileName(this, tr("Export Chart"), QString(), filters, &selected);
+    if (file.isEmpty())
+        return;
+    if (QFileInfo(file).suffix().isEmpty()) // the filter names the type
+        file += selected.mid(selected.indexOf(QLatin1String("*.")) + 1).chopped(1);
+    QString error;
+    if (exportChart(file, &error))
+        statusBar()->showMessage(tr("Chart exported to %1").arg(file), 4000);
+    else
+        QMessageBox::warning(this, tr("Export Chart"), error);
 }

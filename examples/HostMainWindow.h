@@ -7,6 +7,7 @@
 class QAction;
 
 namespace rkBase {
+class QChartDrawingArea;
 class QDataAnalyserDialog;
 class QModifyCellsDialog;
 class UnitRegistry;
@@ -29,9 +30,18 @@ public:
     // made on a chart would; false when the range holds no row of the sheet.
     bool selectRows(int first, int last);
 
+    // ---- chart export ----
+    // The chart on the analyser's current tab page, or null when it shows none.
+    rkBase::QChartDrawingArea* currentChart() const;
+    // Writes the current chart by the name's suffix: .emf (vectors, as the metafile copy), .png
+    // (what the chart shows), .svg (vectors). False with a message if there is no chart or the
+    // file cannot be written.
+    bool exportChart(const QString& fileName, QString* error);
+
 public slots:
     void openCsvDialog();
     void saveAs();
+    void exportChartDialog();
     void showModifyCells();
     void modifyCells();
     void insertRow();

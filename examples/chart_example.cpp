@@ -3,8 +3,9 @@
 // with lines, a highlighted selection, a result point with its label, the tooltip
 // balloon, and a sheet of the sixteen symbols.
 //
-//   rk_chart_example OUT_DIR [--data FILE.csv]
-// writes OUT_DIR/drawing_area.png and OUT_DIR/symbols.png (rendered off screen).
+//   rk_chart_example OUT_DIR [--data FILE.csv] [--emf FILE.emf]
+// writes OUT_DIR/drawing_area.png and OUT_DIR/symbols.png (rendered off screen), and with --emf
+// the drawing area as an enhanced metafile, as its metafile copy paints it.
 #include "CsvSheetReader.h"
 
 #include <MatrixData.h>
@@ -47,11 +48,11 @@ public:
         QPainter painter(&m_chartPixmap);
         painter.setRenderHint(QPainter::Antialiasing);
         drawChart(painter);
+        drawAxis(painter, rect());
     }
     void drawChart(QPainter& painter) override
     {
         drawContour(&painter);
-        drawAxis(painter, rect());
         setPointPen(&painter);
         drawPoints(&painter);
         if (m_model)
@@ -196,6 +197,13 @@ int main(int argc, char** argv)
     grid->setColorMapStepSize(15.0);
 
     bool ok = chart.grab().save(out.filePath(QStringLiteral("drawing_area.png")));
+    const int emfArg = args.indexOf(QStringLiteral("--emf"));
+    if (emfArg > 0 && emfArg + 1 < args.size()) {
+        const bool written = !chart.toEnhancedMetafile(args.at(emfArg + 1)).isEmpty();
+        if (!written)
+            std::fprintf(stderr, "rk_chart_example: could not write %s\n", qPrintable(args.at(emfArg + 1)));
+        ok = written && ok;
+    }
     SymbolSheet symbols;
     symbols.resize(620, 250);
     ok = symbols.grab().save(out.filePath(QStringLiteral("symbols.png"))) && ok;

@@ -2,7 +2,8 @@
 // --screenshot FILE.png it renders the window off-screen, saves it and exits, so a machine
 // without a display can show what a user would see. --tab KEY brings a tab to the front first
 // (a tab key such as TABLE or BARCHART), and --select FIRST-LAST selects table rows first, as a
-// selection made on a chart would.
+// selection made on a chart would. With --export FILE it writes the current tab's chart (.emf,
+// .png or .svg) and exits.
 #include "HostMainWindow.h"
 
 #include <QApplication>
@@ -24,10 +25,32 @@ bool parseRange(const QString& text, int& first, int& last)
     last = parts[1].toInt(&ok2);
     return ok1 && ok2 && first >= 1 && first <= last;
 }
+
+// Shown off-screen so that the chart has its size, then exported once the window has settled
+// (after anything queued before, such as a choice of tab).
+int exportAndExit(QApplication& app, HostMainWindow& window, const QString& file)
+{
+    window.setAttribute(Qt::WA_DontShowOnScreen, true);
+    window.show();
+    QTimer::singleShot(200, &window, [&window, file] {
+        QString error;
+        const bool ok = window.exportChart(file, &error);
+        if (!ok)
+            std::fprintf(stderr, "rk_demo_host: %s\n", qPrintable(error));
+        QApplication::exit(ok ? 0 : 1);
+    });
+    return app.exec();
+}
+
 } // namespace
 
 int main(int argc, char** argv)
 {
+    // A script's export needs no screen.
+    for (int i = 1; i < argc; ++i)
+        if (qstrcmp(argv[i], "--export") == 0 || qstrncmp(argv[i], "--export=", 9) == 0)
+            if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+                qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
     QApplication::setOrganizationName(QStringLiteral("rkBaseTools"));
     QApplication::setApplicationName(QStringLiteral("demo-host"));
@@ -45,11 +68,15 @@ int main(int argc, char** argv)
     parser.addOption(shot);
     parser.addOption(tab);
     parser.addOption(select);
+    QCommandLineOption exportChart(QStringLiteral("export"),
+                                   QStringLiteral("Export the current tab's chart to FILE (.emf, .png or .svg) and exit."),
+                                   QStringLiteral("FILE"));
+    parser.addOption(exportChart);
     parser.process(app);
 
     HostMainWindow window;
     const QString file = parser.isSet(data) ? parser.value(data) : QStringLiteral(RK_SAMPLE_DATA);
-    const bool headless = parser.isSet(shot);
+    const bool headless = parser.isSet(shot) || parser.isSet(exportChart);
     if (!window.openCsv(file, headless) && headless)
         return 1;
     if (parser.isSet(select)) {
@@ -63,6 +90,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "--tab %s: this window has no tab of that key\n", qPrintable(parser.value(tab)));
         return 2;
     }
+    if (parser.isSet(exportChart))
+        return exportAndExit(app, window, parser.value(exportChart));
     if (headless) {
         window.setAttribute(Qt::WA_DontShowOnScreen, true);
         window.show();

@@ -11,14 +11,17 @@ packages=(
   qtbase5-dev qtbase5-dev-tools libqt5opengl5-dev
   # boost::dynamic_bitset row sets, boost::shared_ptr unit managers
   libboost-dev
-  # Enhanced Metafile records
-  libuemf-dev
+  # Enhanced Metafile records; SVG export of charts in the demo host
+  libuemf-dev libqt5svg5-dev
   # benchmarks
   libbenchmark-dev
   # toolbar and menu icons
   famfamfam-silk
   # headless GUI tests: X server, software OpenGL, a font
   xvfb xauth libgl1-mesa-dri fonts-dejavu-core
+  # a chart's metafile drawn by an office suite (headless, to PDF) and rasterised, in the
+  # plots_tst_emf_libreoffice test (label libreoffice)
+  libreoffice-draw-nogui poppler-utils
 )
 if [ "${1:-}" = "--fuzz" ]; then
   packages+=(clang libclang-rt-14-dev)

@@ -1,5 +1,6 @@
 #include "QChartDrawingArea.h"
 
+#include "EMFDevice.h"
 #include "MatrixDataArray.h"
 #include "OpenGLScene.h"
 #include "RKColormap.h"
@@ -7,6 +8,7 @@
 
 #include <QApplication>
 #include <QBitmap>
+#include <QBuffer>
 #include <QClipboard>
 #include <QComboBox>
 #include <QContextMenuEvent>
@@ -14,6 +16,7 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMimeData>
 #include <QPainter>
 #include <QPainterPath>
 #include <QWheelEvent>
@@ -81,6 +84,9 @@ void QChartDrawingArea::createOpenGLScene()
     m_openGLScene->resize(m_chartPixmap.size());
 }
 
+const char* const QChartDrawingArea::kMetafileMimeTypes[3] = {
+    "application/x-openoffice-emf;windows_formatname=\"Image EMF\"", "image/emf", "image/x-emf"};
+
 // ---- virtual operations ----
 
 void QChartDrawingArea::setLabelColor(const QColor& colour)
@@ -99,8 +105,11 @@ void QChartDrawingArea::setLabelColor(const QColor& colour)
 
 void QChartDrawingArea::copyWEMFToClipboard()
 {
-    // No metafile writer is built into this surface: the action stays hidden until a chart that
-    // has one calls allowCopyToWMF(true) and overrides this.
+    QGuiApplication::clipboard()->clear();
+    const QByteArray metafile = toEnhancedMetafile();
+    if (metafile.isEmpty())
+        return;
+    setMetafileOnClipboard(metafile, visibleChartImage());
 }
 
 void QChartDrawingArea::drawChart(QPainter&) {}
@@ -217,6 +226,51 @@ void QChartDrawingArea::copyWidgetToClipboard(QWidget* widget)
     const QImage image = pixmap.toImage();
     pixmap.convertFromImage(image);
     clipboard->setPixmap(pixmap);
+}
+
+QByteArray QChartDrawingArea::toEnhancedMetafile(const QString& fileName)
+{
+    EMFDevice device(fileName);
+    device.setClipRect(pixmapRect());
+    const bool wasPainting = m_paintingToWEMF;
+    m_paintingToWEMF = true;
+    {
+        QPainter painter(&device);
+        // A painter starts without a brush but does not say so, and the engine starts with a
+        // white one: without this, a chart's first unfilled shape would be filled white.
+        painter.setBrush(Qt::white);
+        painter.setBrush(Qt::NoBrush);
+        drawChart(painter);
+        drawAxis(painter, pixmapRect());
+    }
+    m_paintingToWEMF = wasPainting;
+    return device.bytes();
+}
+
+QImage QChartDrawingArea::visibleChartImage()
+{
+    if (m_redrawNeeded || m_chartPixmap.isNull()) {
+        redraw();
+        m_redrawNeeded = false;
+    }
+    return m_chartPixmap.copy(pixmapRect()).convertToFormat(QImage::Format_ARGB32);
+}
+
+void QChartDrawingArea::setMetafileOnClipboard(const QByteArray& metafile, const QImage& picture)
+{
+    auto* data = new QMimeData;
+    // Office programs here take the vectors only from the first type; the others name the same
+    // bytes for programs that look for them, and the picture serves everything else.
+    for (const char* type : kMetafileMimeTypes)
+        data->setData(QString::fromLatin1(type), metafile);
+    if (!picture.isNull()) {
+        QByteArray png;
+        QBuffer buffer(&png);
+        buffer.open(QIODevice::WriteOnly);
+        picture.save(&buffer, "PNG");
+        data->setData(QStringLiteral("image/png"), png);
+    }
+    QGuiApplication::clipboard()->setMimeData(data);
 }
 
 void QChartDrawingArea::copyToClipboard()
@@ -1232,8 +1286,10 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
     for (std::size_t bi = 0; bi < bands.size(); ++bi) {
         if (fills[bi].isEmpty())
             continue;
-        // No outline: the band is one path, so its inner edges leave no seams to cover.
-        painter->setPen(Qt::NoPen);
+        // No outline: the band is one path, so its inner edges leave no seams to cover. A
+        // metafile outlines every shape with a solid pen (no pen there is a black one), so its
+        // bands are outlined in their own colour.
+        painter->setPen(m_paintingToWEMF ? makePen(bands[bi].colour, 0.0) : QPen(Qt::NoPen));
         painter->setBrush(bands[bi].colour);
         painter->drawPath(fills[bi]);
     }

@@ -165,6 +165,16 @@ public:
 
     // What the widget shows, as a picture on the clipboard (charts and legends alike).
     static void copyWidgetToClipboard(QWidget* widget);
+    // The chart in vectors as copyWEMFToClipboard() paints it here (drawChart, then drawAxis,
+    // clipped to pixmapRect(), with paintingToWEMF on): the metafile's bytes, also written to
+    // fileName unless it is empty. Empty if the metafile could not be made.
+    QByteArray toEnhancedMetafile(const QString& fileName = QString());
+    // The part of the raster the widget shows, rebuilt first if stale.
+    QImage visibleChartImage();
+    // The metafile under the types of kMetafileMimeTypes, in that order, and the picture as
+    // "image/png" after them: office programs paste the vectors, everything else the picture.
+    static void setMetafileOnClipboard(const QByteArray& metafile, const QImage& picture);
+    static const char* const kMetafileMimeTypes[3];
     static void drawTooltip(QPainter* painter, const QPointF& tip, const QColor& colour, const QPixmap& pixmap,
                             const QRectF& clip);
 
