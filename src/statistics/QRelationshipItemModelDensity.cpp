@@ -1,11 +1,11 @@
 // Density grids of the relationship model: points projected on a stereonet, counted into the
 // four nodes of their grid cell, and the rim wrapped so that antipodal rim nodes share counts.
 //
-// The count runs on the per-point sines and cosines of the statistics cache: for a dip within
-// [-90, 90] the projected radius has closed forms in them (sqrt(2) R sin(x/2) = R sin x /
-// sqrt(1 + cos x), tan(x/2) = sin x / (1 + cos x), and the same with sin and cos swapped for
-// the complement), so a point costs a square root and a few products instead of three trig
-// calls. Other dips go through StereoNetGeometry as they are.
+// The count runs on the per-point sines and cosines of the statistics cache: for a dip x within
+// [-90, 90] the projected radius has closed forms in them (sqrt(2) sin(x/2) = +-sqrt(1 - cos x)
+// with the sign of sin x, tan(x/2) = sin x / (1 + cos x); for the complement sqrt(1 - sin x)
+// and cos x / (1 + sin x)), so a point costs a square root or a division and a few products
+// instead of three trig calls. Other dips go through StereoNetGeometry as they are.
 #include "QRelationshipItemModel.h"
 
 #include <QPainter>
@@ -104,7 +104,11 @@ void QRelationshipItemModel::countingOutProjections(int rows, int columns, Matri
     const double oy = poles ? 0.0 : net.offset.y();
     const bool equalArea = net.equalArea;
 
-    std::vector<double> counts(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns), 0.0);
+    // Weight per cell first, in four interleaved copies: on clustered data consecutive points
+    // land in the same cell, and one running sum per cell would make every point wait for the
+    // last. The corners are spread from the cells afterwards.
+    const std::size_t cells = static_cast<std::size_t>(rows - 1) * static_cast<std::size_t>(columns - 1);
+    std::vector<double> cellWeight(4 * cells, 0.0);
     for (int row = 0; row < n; ++row) {
         if (filtered && !isSelected(row))
             continue;
@@ -114,16 +118,17 @@ void QRelationshipItemModel::countingOutProjections(int rows, int columns, Matri
         if (flag == 0)
             continue; // a blank cell
         const double* t = row < cached ? trig + 4 * static_cast<std::size_t>(row) : nullptr;
-        if (flag == 2 && (poles || 1.0 + t[0] > 1e-3)) {
+        if (flag == 2 && (poles || equalArea || 1.0 + t[0] > 1e-3)) {
             double sa = t[2];
             double ca = t[3];
             StereoNetGeometry::snapQuadrant(sa, ca);
             if (poles) {
-                const double rr = equalArea ? radius * t[0] / std::sqrt(1.0 + t[1]) : radius * t[0] / (1.0 + t[1]);
+                const double rr = equalArea ? radius * std::copysign(std::sqrt(1.0 - t[1]), t[0])
+                                            : radius * t[0] / (1.0 + t[1]);
                 px = cx - rr * sa;
                 py = cy + rr * ca;
             } else {
-                const double rr = equalArea ? radius * t[1] / std::sqrt(1.0 + t[0]) : radius * t[1] / (1.0 + t[0]);
+                const double rr = equalArea ? radius * std::sqrt(1.0 - t[0]) : radius * t[1] / (1.0 + t[0]);
                 px = cx + rr * sa - ox;
                 py = cy - rr * ca - oy;
             }
@@ -141,16 +146,18 @@ void QRelationshipItemModel::countingOutProjections(int rows, int columns, Matri
                    : !(scanCell(px, xs, i) && scanCell(py, ys, j)))
             continue;
         const double w = biasCorrect ? biasCorrection(row, biasCount, biasTotal) : 1.0;
-        double* c0 = &counts[static_cast<std::size_t>(i) * columns + j];
-        double* c1 = c0 + columns;
-        c0[0] += w;
-        c1[0] += w;
-        c1[1] += w;
-        c0[1] += w;
+        cellWeight[(static_cast<std::size_t>(row) & 3) * cells + static_cast<std::size_t>(i) * (columns - 1) + j] += w;
     }
+    // Each node takes the weight of the (up to) four cells it is a corner of.
+    auto cell = [&](int i, int j) {
+        if (i < 0 || j < 0 || i >= rows - 1 || j >= columns - 1)
+            return 0.0;
+        const std::size_t at = static_cast<std::size_t>(i) * (columns - 1) + j;
+        return ((cellWeight[at] + cellWeight[cells + at]) + cellWeight[2 * cells + at]) + cellWeight[3 * cells + at];
+    };
     for (int i = 0; i < rows; ++i)
         for (int j = 0; j < columns; ++j) {
-            const double v = counts[static_cast<std::size_t>(i) * columns + j];
+            const double v = ((cell(i, j) + cell(i - 1, j)) + cell(i - 1, j - 1)) + cell(i, j - 1);
             if (v != 0.0)
                 grid->addValue(i, j, v);
         }
