@@ -48,6 +48,58 @@ inline bool scanCell(double p, const std::vector<double>& nodes, int& cell)
     return false;
 }
 
+// What the unweighted walk over the cache needs of the grid and the net.
+struct CountFrame {
+    const std::vector<double>& xs;
+    const std::vector<double>& ys;
+    double inverseX, inverseY;
+    double cx, cy, radius, ox, oy;
+    std::size_t stride; // cells along y
+    std::size_t cells;  // cells in one copy
+    double* weight;     // four interleaved copies
+};
+
+// Counts the rows whose dip allows the closed forms, straight from the cache; the others go to
+// `others` for the general path. Unweighted, so the order of the rows does not matter.
+template <bool Poles, bool EqualArea>
+void countCached(const double* trig, const unsigned char* flags, int rows, const CountFrame& f, std::vector<int>& others)
+{
+    for (int row = 0; row < rows; ++row) {
+        const unsigned char flag = flags[row];
+        if (flag != 2) {
+            if (flag != 0)
+                others.push_back(row);
+            continue;
+        }
+        const double* t = trig + 4 * static_cast<std::size_t>(row);
+        if (!Poles && !EqualArea && !(1.0 + t[0] > 1e-3)) {
+            others.push_back(row);
+            continue;
+        }
+        double sa = t[2];
+        double ca = t[3];
+        StereoNetGeometry::snapQuadrant(sa, ca);
+        double px;
+        double py;
+        if (Poles) {
+            const double rr = EqualArea ? f.radius * std::copysign(std::sqrt(1.0 - t[1]), t[0])
+                                        : f.radius * t[0] / (1.0 + t[1]);
+            px = f.cx - rr * sa;
+            py = f.cy + rr * ca;
+        } else {
+            const double rr = EqualArea ? f.radius * std::sqrt(1.0 - t[0]) : f.radius * t[1] / (1.0 + t[0]);
+            px = f.cx + rr * sa - f.ox;
+            py = f.cy - rr * ca - f.oy;
+        }
+        int i;
+        int j;
+        if (!(locateCell(px, f.xs, f.inverseX, i) && locateCell(py, f.ys, f.inverseY, j)))
+            continue;
+        f.weight[(static_cast<std::size_t>(row) & 3) * f.cells + static_cast<std::size_t>(i) * f.stride
+                 + static_cast<std::size_t>(j)] += 1.0;
+    }
+}
+
 } // namespace
 
 void QRelationshipItemModel::countingOutProjections(int rows, int columns, bool poles, bool biasCorrect,
@@ -109,14 +161,14 @@ void QRelationshipItemModel::countingOutProjections(int rows, int columns, Matri
     // last. The corners are spread from the cells afterwards.
     const std::size_t cells = static_cast<std::size_t>(rows - 1) * static_cast<std::size_t>(columns - 1);
     std::vector<double> cellWeight(4 * cells, 0.0);
-    for (int row = 0; row < n; ++row) {
+    auto countRow = [&](int row) {
         if (filtered && !isSelected(row))
-            continue;
+            return;
         double px;
         double py;
         const unsigned char flag = row < cached ? flags[row] : 1;
         if (flag == 0)
-            continue; // a blank cell
+            return; // a blank cell
         const double* t = row < cached ? trig + 4 * static_cast<std::size_t>(row) : nullptr;
         if (flag == 2 && (poles || equalArea || 1.0 + t[0] > 1e-3)) {
             double sa = t[2];
@@ -135,7 +187,7 @@ void QRelationshipItemModel::countingOutProjections(int rows, int columns, Matri
         } else {
             QPointF point;
             if (!readOrientation(m_data, row, point))
-                continue;
+                return;
             const QPointF pixel = poles ? net.poleInPixel(point) : net.dipDirectionInPixel(point);
             px = pixel.x();
             py = pixel.y();
@@ -144,9 +196,27 @@ void QRelationshipItemModel::countingOutProjections(int rows, int columns, Matri
         int j;
         if (direct ? !(locateCell(px, xs, inverseX, i) && locateCell(py, ys, inverseY, j))
                    : !(scanCell(px, xs, i) && scanCell(py, ys, j)))
-            continue;
+            return;
         const double w = biasCorrect ? biasCorrection(row, biasCount, biasTotal) : 1.0;
         cellWeight[(static_cast<std::size_t>(row) & 3) * cells + static_cast<std::size_t>(i) * (columns - 1) + j] += w;
+    };
+    if (direct && !filtered && !biasCorrect && cached > 0) {
+        const CountFrame frame{xs, ys, inverseX, inverseY, cx, cy, radius, ox, oy,
+                               static_cast<std::size_t>(columns - 1), cells, cellWeight.data()};
+        std::vector<int> others;
+        if (poles)
+            equalArea ? countCached<true, true>(trig, flags, cached, frame, others)
+                      : countCached<true, false>(trig, flags, cached, frame, others);
+        else
+            equalArea ? countCached<false, true>(trig, flags, cached, frame, others)
+                      : countCached<false, false>(trig, flags, cached, frame, others);
+        for (int row : others)
+            countRow(row);
+        for (int row = cached; row < n; ++row)
+            countRow(row);
+    } else {
+        for (int row = 0; row < n; ++row)
+            countRow(row);
     }
     // Each node takes the weight of the (up to) four cells it is a corner of.
     auto cell = [&](int i, int j) {
