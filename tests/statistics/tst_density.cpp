@@ -177,12 +177,16 @@ void TestDensity::matchesRecount_data()
     QTest::addColumn<bool>("poles");
     QTest::addColumn<bool>("equalArea");
     QTest::addColumn<QPointF>("offset");
-    QTest::newRow("poles, equal area, 101") << 101 << 101 << true << true << QPointF();
-    QTest::newRow("poles, equal angle, 21") << 21 << 21 << true << false << QPointF();
-    QTest::newRow("dip directions, equal area") << 51 << 51 << false << true << QPointF();
-    QTest::newRow("dip directions, equal angle, zoomed") << 41 << 41 << false << false << QPointF(13.5, -7.25);
-    QTest::newRow("poles, 31 x 17") << 31 << 17 << true << true << QPointF();
-    QTest::newRow("dip directions, 2 x 2") << 2 << 2 << false << true << QPointF(5, 5);
+    QTest::addColumn<bool>("selectAll"); // a selection of every row takes the row-by-row path
+    QTest::newRow("poles, equal area, 101") << 101 << 101 << true << true << QPointF() << false;
+    QTest::newRow("poles, equal angle, 21") << 21 << 21 << true << false << QPointF() << false;
+    QTest::newRow("dip directions, equal area") << 51 << 51 << false << true << QPointF() << false;
+    QTest::newRow("dip directions, equal angle, zoomed") << 41 << 41 << false << false << QPointF(13.5, -7.25) << false;
+    QTest::newRow("poles, 31 x 17") << 31 << 17 << true << true << QPointF() << false;
+    QTest::newRow("dip directions, 2 x 2") << 2 << 2 << false << true << QPointF(5, 5) << false;
+    QTest::newRow("row by row: poles, equal angle") << 61 << 61 << true << false << QPointF() << true;
+    QTest::newRow("row by row: dip directions, equal area") << 61 << 61 << false << true << QPointF(3, 4) << true;
+    QTest::newRow("row by row: dip directions, equal angle") << 61 << 61 << false << false << QPointF() << true;
 }
 
 // Random orientations, among them dips beyond 90 and below -90 that the closed forms must not
@@ -194,6 +198,7 @@ void TestDensity::matchesRecount()
     QFETCH(bool, poles);
     QFETCH(bool, equalArea);
     QFETCH(QPointF, offset);
+    QFETCH(bool, selectAll);
     std::mt19937 rng(17);
     std::uniform_real_distribution<double> dip(0.0, 90.0), azimuth(0.0, 360.0), wild(-400.0, 400.0);
     QList<QPointF> points;
@@ -202,7 +207,10 @@ void TestDensity::matchesRecount()
     // Points exactly on a node line or on the rectangle's edge are left to placements(): there
     // the chart's matrix and the closed forms may round to either side.
     // The model's load folds negative dips; the recount must see the same points.
-    Loaded l = load(points);
+    std::vector<int> all;
+    for (int r = 0; selectAll && r < points.size(); ++r)
+        all.push_back(r);
+    Loaded l = load(points, selectAll ? Model::HighlightSelected : Model::ShowAll, all);
     QList<QPointF> loaded;
     for (int r = 0; r < l.model->rowCount(); ++r)
         loaded << l.model->data()->value(r, 0).toPointF();
