@@ -5,8 +5,9 @@
 // Distortions and the Lloyd step come from one pass of the filtering search over the data's kd
 // tree: a node keeps only the candidate centres that can be closest to some point of its box,
 // and a node left with one candidate goes to it whole, by its centroid, count and scatter. So a
-// pass over well-clustered data costs far less than n x k distances. Ties between equidistant
-// centres go to the lower index, as a plain nearest-centre scan does.
+// pass over well-clustered data costs far less than n x k distances. Coinciding centres give
+// their points to the lower index, as a plain nearest-centre scan does; a point exactly halfway
+// between two distinct centres may go to either.
 //
 // k below 1 gives a set without centres: every pass is empty and every point is unassigned.
 
