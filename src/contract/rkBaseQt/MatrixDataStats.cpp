@@ -290,10 +290,17 @@ int MatrixData::colorMapSymbolID(int row) const
 {
     if (m_classCount == 0 || !isValueValid(row, 0))
         return -1;
-    const double v = toDouble(row, 0);
-    if (!std::isfinite(v))
+    return colorMapSymbolIDOfValue(toDouble(row, 0));
+}
+
+int MatrixData::colorMapSymbolIDOfValue(double v) const
+{
+    if (m_classCount == 0 || !std::isfinite(v))
         return -1;
-    return std::clamp(static_cast<int>(std::floor((v - m_classMin) / m_classStep)), 0, m_classCount - 1);
+    const double k = std::floor((v - m_classMin) / m_classStep);
+    if (!(k > 0.0))
+        return 0;
+    return k >= m_classCount ? m_classCount - 1 : static_cast<int>(k);
 }
 
 // ---------------------------------------------------------------------------------------------
