@@ -1,5 +1,6 @@
 #include "QRosePlotWidget.h"
 
+#include "CellColumn.h"
 #include "MatrixData.h"
 #include "QLegendListModel.h"
 
@@ -115,17 +116,31 @@ void QRosePlotWidget::createSymbolClassification()
     }
     legendValues.insert(0, names.first());
     const bool numbered = node->cellType() != QVariant::String && !colour;
+    // A few colours are found faster by a look along them than by hashing.
+    std::vector<QRgb> colourKeys;
+    if (colour && classes <= 16) {
+        colourKeys.resize(static_cast<std::size_t>(classes));
+        for (auto it = byColour.cbegin(); it != byColour.cend(); ++it)
+            colourKeys[static_cast<std::size_t>(it.value())] = it.key();
+    }
     m_classification.assign(m_classValues.size(), std::vector<int>(static_cast<std::size_t>(classes), 0));
     for (std::size_t b = 0; b < m_classValues.size(); ++b) {
         std::vector<int>& counts = m_classification[b];
         for (const QVariant& v : m_classValues[b]) {
-            if (!v.isValid())
+            if (const_cast<QVariant&>(v).data_ptr().type == QVariant::Invalid)
                 continue;
             int found = -1;
             if (colour) {
-                const QRgb rgb = v.userType() == QMetaType::UInt ? *static_cast<const uint*>(v.constData())
-                                                                 : v.value<QColor>().rgb();
-                found = byColour.value(rgb & 0xffffff, -1);
+                // The number straight from the variant: a million calls into QVariant add up.
+                const QVariant::Private& p = const_cast<QVariant&>(v).data_ptr();
+                const QRgb rgb = p.type == QVariant::UInt ? p.data.u : v.value<QColor>().rgb();
+                const QRgb key = rgb & 0xffffff;
+                if (!colourKeys.empty()) {
+                    const auto at = std::find(colourKeys.begin(), colourKeys.end(), key);
+                    found = at == colourKeys.end() ? -1 : static_cast<int>(at - colourKeys.begin());
+                } else {
+                    found = byColour.value(key, -1);
+                }
             } else if (numbered) {
                 bool ok = false;
                 const int id = v.toInt(&ok);
@@ -436,18 +451,24 @@ void QRosePlotWidget::drawUnitVectors(QPainter* painter)
     // One direction per step of the rim's pixels: each end is drawn once.
     const int steps = 8 * m_radius;
     std::vector<bool> used(static_cast<std::size_t>(steps), false);
+    const double perDegree = steps / 360.0;
     auto mark = [&](double a) {
-        double k = std::round(a / 360.0 * steps);
-        k = std::fmod(k, static_cast<double>(steps));
-        if (k < 0)
-            k += steps;
-        used[static_cast<std::size_t>(k)] = true;
+        double k = a * perDegree + 0.5;
+        if (!(k >= 0.0 && k < steps)) {
+            k = std::fmod(std::floor(k), static_cast<double>(steps));
+            if (k < 0)
+                k += steps;
+        }
+        used[static_cast<std::size_t>(k) % used.size()] = true;
     };
-    const int rows = std::min(m_rowUsedCount, m_directionNode->validValueRowCount());
+    const CellColumn* cells = m_directionNode->cellColumn(0);
+    const int rows = std::min({m_rowUsedCount, m_directionNode->validValueRowCount(), cells ? cells->size() : 0});
+    const double* d = cells ? cells->doubleData() : nullptr;
+    const std::uint8_t* valid = cells ? cells->validData() : nullptr;
     for (int r = 0; r < rows; ++r) {
-        if (!m_rowUsed[static_cast<std::size_t>(r)] || !m_directionNode->isValueValid(r, 0))
+        if (!m_rowUsed[static_cast<std::size_t>(r)] || !valid[r])
             continue;
-        const double a = m_directionNode->toDouble(r, 0);
+        const double a = d ? d[r] : cells->toDouble(r);
         if (!std::isfinite(a) || a == kNoValue)
             continue;
         mark(a);

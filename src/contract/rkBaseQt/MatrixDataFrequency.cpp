@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <memory>
+#include <tuple>
 
 namespace rkBase {
 
@@ -53,21 +55,73 @@ double quantile(std::vector<double>& values, double q)
     return a + (pos - static_cast<double>(lo)) * (b - a);
 }
 
-// Bin of v for edges e_k = origin + k * width, exactly as the edges are computed: the
-// reciprocal multiplication can land one bin off next to an edge, and is corrected.
-inline int binOf(double v, double origin, double width, double inverse, int bins)
+// Smallest and largest of n > 0 finite values, kept in registers in four lanes.
+std::pair<double, double> extent(const double* v, std::size_t n)
 {
-    double k = std::floor((v - origin) * inverse);
-    if (!(k > 0.0)) // NaN too
-        k = 0.0;
-    else if (k > bins - 1)
-        k = bins - 1;
-    int i = static_cast<int>(k);
-    if (i > 0 && v < origin + i * width)
-        --i;
-    else if (i + 1 < bins && v >= origin + (i + 1) * width)
-        ++i;
-    return i;
+    double lo[4] = {v[0], v[0], v[0], v[0]}, hi[4] = {v[0], v[0], v[0], v[0]};
+    std::size_t i = 0;
+    for (; i + 4 <= n; i += 4)
+        for (int k = 0; k < 4; ++k) {
+            lo[k] = v[i + k] < lo[k] ? v[i + k] : lo[k];
+            hi[k] = v[i + k] > hi[k] ? v[i + k] : hi[k];
+        }
+    for (; i < n; ++i) {
+        lo[0] = v[i] < lo[0] ? v[i] : lo[0];
+        hi[0] = v[i] > hi[0] ? v[i] : hi[0];
+    }
+    return {std::min(std::min(lo[0], lo[1]), std::min(lo[2], lo[3])), std::max(std::max(hi[0], hi[1]), std::max(hi[2], hi[3]))};
+}
+
+// Copies the finite values of the valid cells at the rows (the list, or all below size when
+// allowed) into out, and their extent into lo and hi; returns how many.
+struct Gathered {
+    std::size_t n;
+    double lo, hi;
+};
+// The common case, a Double column, read straight from its cells. A function of its own, so that
+// the running extent stays in registers.
+__attribute__((noinline)) Gathered gatherDoubles(const double* d, const std::uint8_t* valid, int size, const std::vector<int>& rows,
+                       bool emptyMeansAll, double* out)
+{
+    double l = std::numeric_limits<double>::infinity(), h = -l;
+    std::size_t n = 0;
+    // Written without branches on the data: blanks and NaN only leave n where it was.
+    auto step = [&](int r) {
+        const double v = d[r];
+        const bool take = valid[r] && std::isfinite(v);
+        out[n] = v;
+        n += take;
+        const double forMin = take ? v : l, forMax = take ? v : h;
+        l = std::min(l, forMin);
+        h = std::max(h, forMax);
+    };
+    if (rows.empty()) {
+        const int last = emptyMeansAll ? size : 0;
+        for (int r = 0; r < last; ++r)
+            step(r);
+    } else {
+        for (const int r : rows)
+            if (r >= 0 && r < size)
+                step(r);
+    }
+    return {n, l, h};
+}
+
+Gathered gather(const CellColumn* c, int size, const std::vector<int>& rows, bool emptyMeansAll, double* out)
+{
+    if (const double* d = c->doubleData())
+        return gatherDoubles(d, c->validData(), size, rows, emptyMeansAll, out);
+    double l = std::numeric_limits<double>::infinity(), h = -l;
+    std::size_t n = 0;
+    forEachRow(size, rows, emptyMeansAll, [&](int r) {
+        if (!c->isValid(r))
+            return;
+        const double v = c->toDouble(r);
+        out[n++] = v;
+        l = std::min(l, v);
+        h = std::max(h, v);
+    });
+    return {n, l, h};
 }
 
 // Turns counts into the type's values and writes the table.
@@ -147,35 +201,31 @@ MatrixData* MatrixData::newFrequencyData(double& interval, HistogramType type, c
                                          bool useSmallValues) const
 {
     const CellColumn* c = cells(0);
-    std::vector<double> values;
-    if (c && CellColumn::isNumericType(c->type()) && c->type() != QVariant::Bool) {
-        values.reserve(rows.empty() ? static_cast<std::size_t>(m_validRows) : rows.size());
-        forEachRow(m_validRows, rows, emptyMeansAllRows, [&](int r) {
-            if (!c->isValid(r))
-                return;
-            const double v = c->toDouble(r);
-            if (std::isfinite(v))
-                values.push_back(v);
-        });
+    // The values counted, gathered once (no zero fill: a million doubles are written anyway).
+    std::size_t n = 0;
+    std::unique_ptr<double[]> values;
+    double lo = 0.0, hi = 0.0;
+    if (c && CellColumn::isNumericType(c->type())) {
+        const int size = std::min(c->size(), m_validRows);
+        values.reset(new double[std::max<std::size_t>(rows.empty() ? static_cast<std::size_t>(std::max(size, 0)) : rows.size(), 1)]);
+        const Gathered g = gather(c, size, rows, emptyMeansAllRows, values.get());
+        n = g.n;
+        lo = g.lo;
+        hi = g.hi;
     }
-    if (!useSmallValues && !values.empty()) {
-        double largest = 0.0;
-        for (double v : values)
-            largest = std::max(largest, std::abs(v));
-        const double small = largest * 1e-6;
-        values.erase(std::remove_if(values.begin(), values.end(), [small](double v) { return std::abs(v) < small; }),
-                     values.end());
+    if (!useSmallValues && n > 0) {
+        const double small = std::max(std::abs(lo), std::abs(hi)) * 1e-6;
+        n = static_cast<std::size_t>(std::remove_if(values.get(), values.get() + n, [small](double v) { return std::abs(v) < small; }) -
+                                     values.get());
+        if (n > 0)
+            std::tie(lo, hi) = extent(values.get(), n);
     }
 
     const bool automatic = !(interval > 0.0) || !std::isfinite(interval) || interval == kNoValue;
     int bins = 0;
-    double lo = 0.0, hi = 0.0;
-    if (!values.empty()) {
-        const auto mm = std::minmax_element(values.begin(), values.end());
-        lo = *mm.first;
-        hi = *mm.second;
+    if (n > 0) {
         if (automatic) {
-            std::vector<double> work(values);
+            std::vector<double> work(values.get(), values.get() + n);
             interval = automaticFrequencyInterval(work);
         }
         const double range = hi - lo;
@@ -200,18 +250,47 @@ MatrixData* MatrixData::newFrequencyData(double& interval, HistogramType type, c
         table->setRegistry(dataRoot->registry());
         table->setUnitManager(m_unitManager);
     }
-    table->m_validRows = static_cast<int>(values.size());
+    table->m_validRows = static_cast<int>(n);
     if (bins == 0)
         return table;
 
-    std::vector<double> counts(static_cast<std::size_t>(bins), 0.0);
+    // Four interleaved tallies, so that runs of one bin do not wait on each other's stores. The
+    // bin from the reciprocal can be one off next to an edge; the edges themselves settle it.
+    std::vector<std::uint32_t> tally(4 * static_cast<std::size_t>(bins), 0);
+    std::vector<double> edges(static_cast<std::size_t>(bins) + 1);
+    for (int k = 0; k <= bins; ++k)
+        edges[static_cast<std::size_t>(k)] = lo + k * interval;
     const double inverse = 1.0 / interval;
-    for (double v : values)
-        counts[static_cast<std::size_t>(binOf(v, lo, interval, inverse, bins))] += 1.0;
-    fillValues(table, counts, static_cast<double>(values.size()), type);
-    for (int i = 0; i < bins; ++i) {
-        table->setValue(i, 1, lo + i * interval);
-        table->setValue(i, 2, lo + (i + 1) * interval);
+    const double* v = values.get();
+    const double* e = edges.data();
+    const double top = bins - 1;
+    auto binOfValue = [&](double x) {
+        const double k = (x - lo) * inverse; // x >= lo
+        int i = k < top ? static_cast<int>(k) : bins - 1;
+        // Only a value within rounding of an edge can be one off; the edges settle those.
+        const double f = k - i;
+        if (f < 1e-9 || f > 1.0 - 1e-9) {
+            i -= (i > 0) & (x < e[i]);
+            i += (i < bins - 1) & (x >= e[i + 1]);
+        }
+        return static_cast<std::size_t>(i);
+    };
+    std::size_t i = 0;
+    for (; i + 4 <= n; i += 4) {
+        ++tally[4 * binOfValue(v[i])];
+        ++tally[4 * binOfValue(v[i + 1]) + 1];
+        ++tally[4 * binOfValue(v[i + 2]) + 2];
+        ++tally[4 * binOfValue(v[i + 3]) + 3];
+    }
+    for (; i < n; ++i)
+        ++tally[4 * binOfValue(v[i])];
+    std::vector<double> counts(static_cast<std::size_t>(bins), 0.0);
+    for (std::size_t b = 0; b < counts.size(); ++b)
+        counts[b] = double(tally[4 * b]) + tally[4 * b + 1] + tally[4 * b + 2] + tally[4 * b + 3];
+    fillValues(table, counts, static_cast<double>(n), type);
+    for (int b = 0; b < bins; ++b) {
+        table->setValue(b, 1, edges[static_cast<std::size_t>(b)]);
+        table->setValue(b, 2, edges[static_cast<std::size_t>(b) + 1]);
     }
     table->m_minValue = lo;
     table->m_maxValue = lo + bins * interval;
@@ -252,14 +331,12 @@ MatrixData* MatrixData::newFrequencyData(double interval, int binCount, int colu
         }
     };
 
-    const bool numeric = CellColumn::isNumericType(c->type()) && c->type() != QVariant::Bool;
-    std::vector<double> counts(static_cast<std::size_t>(bins), 0.0);
+    const bool numeric = CellColumn::isNumericType(c->type());
     const double inverse = 1.0 / interval;
     const double last = bins - 1;
-    int counted = 0;
     auto binOfAzimuth = [&](double a) {
         // Bins past the last one fold into it: the last bin reaches to 360.
-        const double k = std::floor(a * inverse);
+        const double k = a * inverse;
         int i = !(k > 0.0) ? 0 : static_cast<int>(k > last ? last : k);
         if (i > 0 && a < i * interval)
             --i;
@@ -267,29 +344,68 @@ MatrixData* MatrixData::newFrequencyData(double interval, int binCount, int colu
             ++i;
         return i;
     };
-    const int validRows = direction->validValueRowCount();
-    forEachRow(validRows, rows, true, [&](int r) {
-        if (!numeric || !c->isValid(r))
-            return;
-        const double raw = c->toDouble(r);
-        if (!std::isfinite(raw) || raw == kNoValue)
-            return;
-        const double a = into360(raw);
-        const int i = binOfAzimuth(a);
-        counts[static_cast<std::size_t>(i)] += 1.0;
-        int j = -1;
-        if (!unidirectional) {
-            j = binOfAzimuth(into360(a + 180.0));
-            counts[static_cast<std::size_t>(j)] += 1.0;
+    // First the bins of every row counted, so that each bin's list of class values is allocated
+    // once; then the values.
+    const int validRows = std::min(direction->validValueRowCount(), c->size());
+    std::vector<int> rowOf, binOfRow, mirrorOfRow;
+    if (classes) {
+        const std::size_t expected = rows.empty() ? static_cast<std::size_t>(std::max(validRows, 0)) : rows.size();
+        rowOf.reserve(expected);
+        binOfRow.reserve(expected);
+        if (!unidirectional)
+            mirrorOfRow.reserve(expected);
+    }
+    std::vector<double> counts(static_cast<std::size_t>(bins), 0.0);
+    int counted = 0;
+    if (numeric) {
+        const double* d = c->doubleData();
+        const std::uint8_t* valid = c->validData();
+        forEachRow(validRows, rows, true, [&](int r) {
+            if (!valid[r])
+                return;
+            const double raw = d ? d[r] : c->toDouble(r);
+            if (!std::isfinite(raw) || raw == kNoValue)
+                return;
+            const double a = raw >= 0.0 && raw < 360.0 ? raw : into360(raw);
+            const int i = binOfAzimuth(a);
+            counts[static_cast<std::size_t>(i)] += 1.0;
+            int j = -1;
+            if (!unidirectional) {
+                j = binOfAzimuth(into360(a + 180.0));
+                counts[static_cast<std::size_t>(j)] += 1.0;
+            }
+            if (classes) {
+                rowOf.push_back(r);
+                binOfRow.push_back(i);
+                if (j >= 0)
+                    mirrorOfRow.push_back(j);
+            }
+            ++counted;
+        });
+    }
+    if (classes) {
+        for (int i = 0; i < bins; ++i)
+            values[static_cast<std::size_t>(i)].reserve(static_cast<std::size_t>(counts[static_cast<std::size_t>(i)]));
+        const bool colours = classType == QVariant::Color;
+        const std::uint8_t* valid = classes->validData();
+        const QRgb* rgbas = classes->colorData();
+        const int classRows = classes->size();
+        for (std::size_t k = 0; k < rowOf.size(); ++k) {
+            const int r = rowOf[k];
+            std::vector<QVariant>& bin = values[static_cast<std::size_t>(binOfRow[k])];
+            if (colours) {
+                // Colours as their number: a QVariant of a QColor would cost an allocation each.
+                if (r < classRows && valid[r])
+                    bin.emplace_back(static_cast<uint>(rgbas[r]));
+                else
+                    bin.emplace_back();
+            } else {
+                bin.push_back(classValue(r));
+            }
+            if (!mirrorOfRow.empty())
+                values[static_cast<std::size_t>(mirrorOfRow[k])].push_back(bin.back());
         }
-        if (classes) {
-            const QVariant v = classValue(r);
-            values[static_cast<std::size_t>(i)].push_back(v);
-            if (j >= 0)
-                values[static_cast<std::size_t>(j)].push_back(v);
-        }
-        ++counted;
-    });
+    }
     fillValues(table, counts, unidirectional ? counted : 2.0 * counted, type);
     for (int i = 0; i < bins; ++i) {
         table->setValue(i, 1, i * interval);
