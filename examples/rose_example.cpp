@@ -117,7 +117,7 @@ int main(int argc, char** argv)
     rose.resize(640, 640);
 
     PlaneTraces polar;
-    for (int r = 0; r < dip->validValueRowCount(); r += 40)
+    for (int r = 0; r < dip->validValueRowCount(); r += 60)
         polar.planes.emplace_back(dip->toDouble(r, 0), azimuth->toDouble(r, 0));
     polar.meanDirection = direction;
     polar.setAnnotationLabelAsAngle(false);
