@@ -41,6 +41,7 @@ public:
     int lastVisibleRow() const { return m_lastVisibleRow; }
     void setLineationModel(QRelationshipItemModel* model) { m_lineationModel = model; }
     void setSymbolNode(MatrixData* node) { m_symbolNode = node; }
+    MatrixData* symbolNode() const { return m_symbolNode; }
     LegendType legendType() const { return m_type; }
 
 private:

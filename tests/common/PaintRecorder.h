@@ -16,6 +16,8 @@ public:
     QPaintEngine* paintEngine() const override { return const_cast<RecordingEngine*>(&m_engine); }
     const QStringList& calls() const { return m_engine.calls; }
     void clear() { m_engine.calls.clear(); }
+    // Text calls end with " at x,y" (the baseline's start, rounded) when on; off by default.
+    void setRecordTextPositions(bool on) { m_engine.textPositions = on; }
     // The calls whose text starts with the prefix.
     QStringList calls(const QString& prefix) const
     {
@@ -119,8 +121,10 @@ private:
         }
         void drawTextItem(const QPointF& p, const QTextItem& item) override
         {
-            add(QStringLiteral("text '%1'").arg(item.text()));
-            Q_UNUSED(p);
+            if (textPositions)
+                add(QStringLiteral("text '%1' at %2,%3").arg(item.text()).arg(qRound(p.x())).arg(qRound(p.y())));
+            else
+                add(QStringLiteral("text '%1'").arg(item.text()));
         }
         void drawPixmap(const QRectF& r, const QPixmap&, const QRectF&) override
         {
@@ -131,6 +135,7 @@ private:
             add(QStringLiteral("image %1,%2 %3x%4").arg(r.x()).arg(r.y()).arg(r.width()).arg(r.height()));
         }
         QStringList calls;
+        bool textPositions = false;
 
     private:
         static QString modeName(PolygonDrawMode mode)

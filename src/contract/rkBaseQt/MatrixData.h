@@ -68,6 +68,13 @@ public:
         PitchAndGroupAttributes = 5
     };
 
+    // What the value column of a frequency table holds (see newFrequencyData).
+    enum HistogramType {
+        Frequency = 0,                  // values per bin
+        RelativeFrequency = 1,          // percent of the values counted
+        CumulativeRelativeFrequency = 2 // percent of the values up to the bin's end
+    };
+
     // The last argument allows a column to grow when written past its end; it is true in every
     // use and kept for the callers that pass it.
     MatrixData(const QString& name, int rows, int columns, QVariant::Type type, bool growOnWrite = true);
@@ -310,6 +317,8 @@ public:
     // Class id of one row under the maps built above, or -1.
     int symbolID(int row) const;
     int colorMapSymbolID(int row) const;
+    // The same for a value: its class under the last createColorMapSymbolIDs, or -1.
+    int colorMapSymbolIDOfValue(double value) const;
 
     void getDataSetSelectionBoxItems(QList<QString>& names, QList<int>& ids, QList<QColor>& colors,
                                      AttributeCollection collection, bool withHidden) const;
@@ -325,6 +334,77 @@ public:
     // Over this column (or, on a group, over all its numeric columns). Empty rows: all rows.
     bool getMinMax(double& min, double& max, double& mean, const boost::dynamic_bitset<>& rows) const;
     double standardDeviation() const;
+    // Mean direction of column 0 taken as azimuths (degrees) over the rows (empty: all valid
+    // rows), the direction of the sum of unit vectors. resultant is that sum's length divided by
+    // the number of values, 0 to 1. Blank, non-finite and 99999.0 cells are skipped. With no
+    // value, or a sum shorter than a millionth of the count (opposed directions cancelling out),
+    // the direction is 99999.0 and resultant 0.
+    double resultantMeanDirection(double& resultant, const std::vector<int>& rows) const;
+
+    // ---- frequency tables ----
+    // A frequency table is a MatrixDataArray of Double with one row per bin and three columns:
+    //   0 the value (HistogramType: count, percent, or cumulative percent at the bin's end),
+    //   1 the bin's start, 2 the bin's end.
+    // Its validValueRowCount() is the number of values counted (the sample size n), which
+    // can exceed the bins: walk the bins with rowCount(). The caller owns the table; it is never
+    // null, and a table without bins (rowCount() 0) is the answer to input that has nothing to
+    // count. minValue() and maxValue() are the first bin's start and the last bin's end.
+    //
+    // Histogram of column 0 of this node (Double or Int cells) over rows; an empty list means
+    // every valid row when emptyMeansAllRows, and nothing otherwise. Blank, NaN and infinite
+    // cells are not counted. Bins start at the smallest value: bin k is
+    // [min + k * interval, min + (k + 1) * interval), and the last bin also holds the maximum.
+    // interval is read and written back: 99999.0, 0, a negative or a non-finite interval asks
+    // for the automatic one (below); an interval that would make more than kMaxFrequencyBins
+    // bins is widened to range / kMaxFrequencyBins. All values equal give one bin.
+    // Automatic interval (Freedman-Diaconis): h = 2 * IQR / cbrt(n), with IQR the distance
+    // between the quartiles (linear interpolation between order statistics); when the IQR is 0,
+    // h = range / (ceil(log2 n) + 1) (Sturges); then h is rounded to the nearest 1, 2 or 5 times
+    // a power of ten (on a log scale). With a range of 0 the interval is |value| / 10 rounded the
+    // same way, or 1 for zero.
+    // useSmallValues false leaves out values whose magnitude is below a millionth of the largest
+    // magnitude among them (zeros among them): the placeholder zeros some logs carry for blanks.
+    // dataRoot, when it has a unit registry, gives the table that registry and this node's unit
+    // manager, so the interval columns print in the node's units.
+    static constexpr int kMaxFrequencyBins = 100000;
+    MatrixData* newFrequencyData(double& interval, HistogramType type, const std::vector<int>& rows,
+                                 bool emptyMeansAllRows, const MatrixData* dataRoot, bool useSmallValues) const;
+    // Rose bins of the azimuths in the given column of direction over rows (empty: all valid
+    // rows). Bin i is [i * interval, (i + 1) * interval) degrees clockwise from north, for
+    // binCount bins at most floor(360 / interval) (at least 1, at most kMaxFrequencyBins); the
+    // last bin reaches to 360 and its end column says so. Azimuths are folded into 0..360
+    // (-10 counts as 350, 370 as 10); blank, non-finite and 99999.0 cells are skipped. With
+    // unidirectional false every azimuth is counted in its own bin and in the opposite one
+    // (a + 180): percentages are then of the 2n contributions.
+    // values gets, per bin, the classNode cell of each contribution (one entry per count,
+    // an invalid QVariant for a blank cell): colours as their QRgb (uint), numbers as double,
+    // anything else as the stored value. Without a classNode values is left empty.
+    // An interval that is not a positive finite number, a binCount below 1 or a null direction
+    // give a table without bins.
+    static MatrixData* newFrequencyData(double interval, int binCount, int column, HistogramType type,
+                                        const std::vector<int>& rows, const MatrixData* direction,
+                                        const MatrixData* classNode, std::vector<std::vector<QVariant>>& values,
+                                        bool unidirectional);
+    // The curve of a cumulative table: a two-column table, column 0 the value and column 1 the
+    // position, starting at (0, start of the first bin) and then (value, end) for each bin;
+    // consecutive points of equal value (empty bins) are merged into one at their mean position,
+    // so both columns rise strictly and the curve can be read either way. valueColumn is the
+    // value column, intervalColumn the column of bin starts, followed by the column of bin ends
+    // (newFrequencyData's layout: reduceToAveraged(0, 1)). Rows with a non-finite cell are
+    // skipped; missing columns give an empty curve. The caller owns the curve.
+    MatrixData* reduceToAveraged(int valueColumn, int intervalColumn) const;
+    // Linear interpolation of yColumn at x along xColumn, rows taken in order: the first pair of
+    // consecutive rows whose x values bracket x gives the answer; x outside the span gives the y
+    // of the nearer end. On a curve from reduceToAveraged, getInterpolationValue(50.0, 0, 1) is
+    // the median and getInterpolationValue(x, 1, 0) the cumulative percent at x. An empty
+    // table, a missing column or a NaN x gives 99999.0.
+    double getInterpolationValue(double x, int xColumn, int yColumn) const;
+    // The automatic interval of newFrequencyData for these values (sorted or not; they are
+    // reordered). NaN for no values.
+    static double automaticFrequencyInterval(std::vector<double>& values);
+    // h rounded to the nearest 1, 2 or 5 times a power of ten; NaN for h <= 0 or not finite.
+    static double niceInterval(double h);
+
     // The bar chart's filter: how many consecutive rows one bar stands for. A step fixed on this
     // node by setDefaultFilterStepSize (kept with the node in streams) wins; otherwise it is the
     // smallest of 1, 2, 5, 10, 20, 50, ... that leaves at most kDefaultFilterBars bars for the

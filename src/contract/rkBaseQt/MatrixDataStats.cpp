@@ -6,9 +6,11 @@
 #include "UnitRegistry.h"
 
 #include <QPointF>
+#include <QSet>
 
 #include <algorithm>
 #include <cmath>
+#include <typeinfo>
 
 namespace rkBase {
 
@@ -188,6 +190,52 @@ void MatrixData::createSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& c
 void MatrixData::createSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& colors, const std::vector<int>& rows) const
 {
     m_symbolIndex.clear();
+    const CellColumn* typed = cells(0);
+    if (m_cellType == QVariant::Color && typed && typed->type() == QVariant::Color && typeid(*this) == typeid(MatrixData)) {
+        // A million colour cells hold a handful of colours: each colour is named once, not each
+        // cell (a QColor in a QVariant and its name cost two allocations a cell).
+        QSet<QRgb> seen;
+        std::vector<QRgb> recent;
+        QRgb last = 0;
+        bool haveLast = false;
+        const QRgb* rgbas = typed->colorData();
+        const std::uint8_t* valid = typed->validData();
+        const int size = std::min(typed->size(), m_validRows);
+        auto name = [&](QRgb rgba) {
+            seen.insert(rgba);
+            if (recent.size() < 16)
+                recent.push_back(rgba);
+            const QColor colour = QColor::fromRgba(rgba);
+            const QString text = colour.name();
+            if (m_symbolIndex.contains(text))
+                return;
+            const int id = m_symbolIndex.size();
+            m_symbolIndex.insert(text, id);
+            names.insert(id, text);
+            colors.insert(id, colour);
+        };
+        auto visitColour = [&](int r) {
+            if (r < 0 || r >= size || !valid[r])
+                return;
+            const QRgb rgba = rgbas[r];
+            if (haveLast && rgba == last)
+                return;
+            last = rgba;
+            haveLast = true;
+            // The first few colours by a look along them, the rest by hash.
+            if (std::find(recent.begin(), recent.end(), rgba) != recent.end() || seen.contains(rgba))
+                return;
+            name(rgba);
+        };
+        if (rows.empty()) {
+            for (int r = 0; r < size; ++r)
+                visitColour(r);
+        } else {
+            for (int r : rows)
+                visitColour(r);
+        }
+        return;
+    }
     auto visit = [&](int r) {
         const QVariant v = value(r, 0);
         if (!v.isValid())
@@ -279,10 +327,17 @@ int MatrixData::colorMapSymbolID(int row) const
 {
     if (m_classCount == 0 || !isValueValid(row, 0))
         return -1;
-    const double v = toDouble(row, 0);
-    if (!std::isfinite(v))
+    return colorMapSymbolIDOfValue(toDouble(row, 0));
+}
+
+int MatrixData::colorMapSymbolIDOfValue(double v) const
+{
+    if (m_classCount == 0 || !std::isfinite(v))
         return -1;
-    return std::clamp(static_cast<int>(std::floor((v - m_classMin) / m_classStep)), 0, m_classCount - 1);
+    const double k = std::floor((v - m_classMin) / m_classStep);
+    if (!(k > 0.0))
+        return 0;
+    return k >= m_classCount ? m_classCount - 1 : static_cast<int>(k);
 }
 
 // ---------------------------------------------------------------------------------------------
