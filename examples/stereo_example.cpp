@@ -1,5 +1,5 @@
 // The stereonet of the sample well: the bedding poles of a plunging fold on the equal area net
-// with its 10-degree grid, the great circles of every 60th bed, the mean principal pole, the
+// with its 10-degree grid, the great circles of every 100th bed, the mean principal pole, the
 // girdle the poles lie on (the best fit plane) and its pole, the fold axis (L pole). A second
 // picture shows the same data on the equal angle net.
 //
@@ -53,8 +53,7 @@ void configure(GalleryStereonet& net, QRelationshipItemModel& poles, QRelationsh
     net.setModel(&poles);
     net.traceModel = &traces;
     net.setEqualAreaScaling(equalArea);
-    net.changeHeaderTitle(equalArea ? QStringLiteral("bedding, equal area (lower hemisphere)")
-                                    : QStringLiteral("bedding, equal angle (lower hemisphere)"));
+    net.changeHeaderTitle(equalArea ? QStringLiteral("bedding, equal area") : QStringLiteral("bedding, equal angle"));
     net.setPoleColor(QColor(20, 20, 20));
     net.setPlaneColor(QColor(40, 90, 200, 170));
     net.setShowTraces(false);
@@ -65,7 +64,7 @@ void configure(GalleryStereonet& net, QRelationshipItemModel& poles, QRelationsh
     net.setShowBestFitPlane(true);
     net.setBestFitPlaneColor(QColor(170, 0, 0));
     net.setBestFitPlaneWidth(2);
-    net.resize(760, 700);
+    net.resize(800, 800);
 }
 
 } // namespace
@@ -101,7 +100,7 @@ int main(int argc, char** argv)
     poles.setPointPixelSize(2);
     poles.calculateMeanDirection(true, false, nullptr, -1);
     QRelationshipItemModel traces;
-    traces.takeNewDataSet(60, QRelationshipItemModel::ShowAll, dip, azimuth, {});
+    traces.takeNewDataSet(100, QRelationshipItemModel::ShowAll, dip, azimuth, {});
 
     GalleryStereonet schmidt;
     configure(schmidt, poles, traces, true);
