@@ -171,6 +171,10 @@ QRelationshipItemModel::~QRelationshipItemModel()
     delete m_decimationCount;
     delete m_intervalFilter;
     qDeleteAll(m_structuralTopsScenarios);
+    // A name clustered twice stands in the list twice: delete each table once.
+    std::sort(m_clusterCentroidSets.begin(), m_clusterCentroidSets.end());
+    m_clusterCentroidSets.erase(std::unique(m_clusterCentroidSets.begin(), m_clusterCentroidSets.end()),
+                                m_clusterCentroidSets.end());
     qDeleteAll(m_clusterCentroidSets);
     delete[] m_clusterIDs;
 }

@@ -13,6 +13,7 @@
 
 #include "DepthLineField.h"
 #include "MatrixDataArray.h"
+#include "StereoNetGeometry.h"
 #include "gdfVertex.h"
 
 #include <QAbstractItemModel>
@@ -25,6 +26,8 @@
 #include <boost/dynamic_bitset.hpp>
 
 #include <vector>
+
+class QPainter;
 
 namespace rkBase {
 
@@ -161,7 +164,26 @@ public:
     MatrixDataArray* findClusterCentroids(QString const& name) const;
     // The first set whose name contains clusterAttributeName(), or null.
     MatrixDataArray* clusterCentroids() const;
-    int clusterID(int row) const { return m_clusterIDs ? m_clusterIDs[row] : -1; }
+    // k-means over the points that pass the statistics row filter; the centres table (named by
+    // the run, taken from findClusterCentroids) is appended to clusterCentroidSets() on every
+    // run, so a repeated name stands in the list more than once. Returns whether a run happened.
+    // - Plane run: (x, y, third) in three dimensions, the third 0 without thirdDimAttribute();
+    //   rows whose third cell is blank, invalid or not finite stay out. Stops, keeping the old
+    //   clusters, unless k > 1, the model has more than one row and k <= its rows. Table
+    //   columns: 0 the centre (x, y), 1 (distortion, 0), 2 (third, 0) with a third dimension.
+    bool buildClusters_KML(const QString& name, int k);
+    // - Stereo run: each orientation (dip, dip direction) as its pole's unit vector. Frees the
+    //   old cluster IDs first, then stops unless 0 < k < the number of orientations (k = 1
+    //   runs). Table columns: 0 the centre as (dip, azimuth), 1 (distortion, 0).
+    // Distortion: the sum of squared distances from the centre to its points. IDs: one per
+    // model row, -1 for a row the run left out, given in row order to the rows the run took.
+    bool buildClusters_KML_ForStereoProjection(const QString& name, int k);
+    bool hasClusterIDs() const { return m_clusterIDs != nullptr; }
+    int clusterIDCount() const { return m_clusterIDs ? m_clusterIDCount : 0; }
+    int clusterID(int row) const
+    {
+        return m_clusterIDs && row >= 0 && row < m_clusterIDCount ? m_clusterIDs[row] : -1;
+    }
     std::vector<MatrixDataArray*> const& clusterCentroidSets() const { return m_clusterCentroidSets; }
     int* clusterIDs() const { return m_clusterIDs; }
     QString clusterAttributeName() const { return m_clusterAttributeName; }
@@ -257,6 +279,27 @@ public:
     double biasCorrection(int const& row, int const& count, double const& total) const;
     int totalBiasWeight(double& total) const;
 
+    // ---- density grids ----
+    // Counts the points, projected on the net as poles (poles) or as dip directions, into the
+    // grid of rows x columns nodes laid over net.gridRect: each point adds its weight (1, or
+    // its normalised Terzaghi weight with biasCorrect) to the four nodes of the cell it falls
+    // in, a point on a node line counting in the lower cell. Points outside the rectangle, or
+    // whose cell is blank, are left out; with a part selection, only selected points count
+    // unless the display type is ShowAll. Then the rim is wrapped (calculateTheEdgeEffect).
+    // The grid's first index runs along x and its second along y (see StereoNetGeometry).
+    // rows of -1 takes both sizes from the grid. A grid of fewer than two nodes either way
+    // cannot hold a cell: it is sized and left at zero.
+    // The short form counts poles into contourGridPoles() and dip directions into
+    // contourGridDipDir().
+    void countingOutProjections(int rows, int columns, bool poles, bool biasCorrect, StereoNetGeometry const& net);
+    void countingOutProjections(int rows, int columns, MatrixDataArray* grid, bool poles, bool biasCorrect,
+                                StereoNetGeometry const& net);
+    // Rim nodes (within 0.4 of a cell diagonal of the net's circle) share their counts with the
+    // node opposite them through the grid's centre: both end with the sum of the two as they
+    // stood before the pass. With a painter nothing changes; every rim node and its opposite
+    // are drawn as points in dark blue instead.
+    void calculateTheEdgeEffect(QPainter* painter, MatrixDataArray* grid, StereoNetGeometry const& net) const;
+
     // ---- orientation statistics ----
     // Three rows of three doubles; the caller frees the rows, then the array
     // (freeCharacteristicMatrix does both).
@@ -305,6 +348,10 @@ protected:
     std::shared_ptr<OrientationCache> m_orientationCache;
     bool refreshOrientationCache();
     bool orientationCacheIsFresh() const;
+    // The cache as arrays, for walks outside the statistics (refreshed first): four values per
+    // row (sin and cos of dip, sin and cos of azimuth) and one flag per row, 0 for a skipped
+    // row, 2 for a dip within [-90, 90] and 1 for any other. False without a list.
+    bool orientationCacheArrays(const double*& trig, const unsigned char*& flags, int& rows);
     // The pole or lineation vector of a model row from the cache; false for a skipped row.
     bool cachedOrientationVector(int row, bool isPole, gdfVertex& v) const;
     // Angle test of the Terzaghi weights: false for a point that cannot be corrected, else the
@@ -350,6 +397,7 @@ protected:
     MatrixDataArray* m_classScratch = nullptr;
     std::vector<MatrixDataArray*> m_clusterCentroidSets;
     int* m_clusterIDs = nullptr; // new[]; one entry per model row
+    int m_clusterIDCount = 0;
     QString m_clusterAttributeName;
     MatrixData* m_thirdDimAttribute = nullptr;
     MatrixData* m_tadpoleAzimuthNode = nullptr;

@@ -132,12 +132,24 @@ bool QRelationshipItemModel::refreshOrientationCache()
         double* t = &c.trig[4 * static_cast<std::size_t>(row)];
         FastTrig::sinCos(p.x() * kDegToRad, t[0], t[1]);
         FastTrig::sinCos(p.y() * kDegToRad, t[2], t[3]);
-        c.valid[static_cast<std::size_t>(row)] = 1;
+        // 2 marks a dip within [-90, 90], where the density count may use closed forms.
+        c.valid[static_cast<std::size_t>(row)] = std::abs(p.x()) <= 90.0 ? 2 : 1;
         const gdfVertex pole = OrientationCache::pole(t);
         const gdfVertex line = OrientationCache::line(t);
         c.poles.add(pole.x(), pole.y(), pole.z());
         c.lines.add(line.x(), line.y(), line.z());
     }
+    return true;
+}
+
+bool QRelationshipItemModel::orientationCacheArrays(const double*& trig, const unsigned char*& flags, int& rows)
+{
+    if (!refreshOrientationCache())
+        return false;
+    const OrientationCache& c = *m_orientationCache;
+    trig = c.trig.data();
+    flags = c.valid.data();
+    rows = c.rows;
     return true;
 }
 
