@@ -191,6 +191,38 @@ void QStereoPlotWidget::setMousePickingPos(QMouseEvent* event)
         m_mousePickingPos = v / length * m_radius + QPointF(m_centre) - offset;
 }
 
+// ---- density grids ----
+
+StereoNetGeometry QStereoPlotWidget::netGeometry() const
+{
+    StereoNetGeometry net;
+    net.gridRect = m_gridRect;
+    net.centre = QPointF(m_centre);
+    net.radius = m_radius;
+    net.equalArea = m_equalArea;
+    net.offset = QPointF(m_xOffsetPixels, m_yOffsetPixels);
+    return net;
+}
+
+void QStereoPlotWidget::countingOutProjections(int rows, int columns, bool poles, bool biasCorrect)
+{
+    if (m_model)
+        m_model->countingOutProjections(rows, columns, poles, biasCorrect, netGeometry());
+}
+
+void QStereoPlotWidget::countingOutProjections(int rows, int columns, MatrixDataArray* grid, bool poles,
+                                               bool biasCorrect)
+{
+    if (m_model && grid)
+        m_model->countingOutProjections(rows, columns, grid, poles, biasCorrect, netGeometry());
+}
+
+void QStereoPlotWidget::calculateTheEdgeEffect(QPainter* painter, MatrixDataArray* grid)
+{
+    if (m_model && grid)
+        m_model->calculateTheEdgeEffect(painter, grid, netGeometry());
+}
+
 // ---- settings ----
 
 void QStereoPlotWidget::setSigmaStressState(const QPointF& sigma1, const QPointF& sigma2, const QPointF& sigma3)

@@ -24,6 +24,7 @@
 //   slipDirection); this library never turns it on: a host's model subclass and panel do.
 
 #include "QPolarPlotWidget.h"
+#include "StereoNetGeometry.h"
 
 #include <QColor>
 #include <QPointF>
@@ -73,6 +74,17 @@ public:
     double equalAreaRadius(double a) const;
     // Distance from the centre of the pole of a plane dipping a degrees, on the current net.
     double equalAngleCenterPoleDistance(double a) const;
+
+    // ---- density grids ----
+    // The net's placement as the model's counting reads it: gridRect, centre, radius, net and
+    // zoom offsets as they stand now.
+    StereoNetGeometry netGeometry() const;
+    // Counts poles (poles) or dip directions into the model's grid, or into the given grid; rows
+    // of -1 takes both sizes from the grid. Nothing without a model.
+    void countingOutProjections(int rows, int columns, bool poles, bool biasCorrect);
+    void countingOutProjections(int rows, int columns, MatrixDataArray* grid, bool poles, bool biasCorrect);
+    // Rim nodes share their counts with the opposite node; with a painter only drawn (diagnostic).
+    void calculateTheEdgeEffect(QPainter* painter, MatrixDataArray* grid);
 
     // ---- picking ----
     using QChartDrawingArea::setMousePickingPos;

@@ -157,6 +157,8 @@ private slots:
     void plotLimitKeepsTheClip();
     void chartWithoutModel();
     void stressFieldSamplesTheHook();
+    void densityCountsWhereTheChartDraws_data();
+    void densityCountsWhereTheChartDraws();
 };
 
 void TestStereoPlot::radii_data()
@@ -722,6 +724,42 @@ void TestStereoPlot::stressFieldSamplesTheHook()
     // Fewer than two nodes along a side leave the grid alone.
     net.createStressField(1, 5, &grid);
     QCOMPARE(grid.rowCount(), 5);
+}
+
+void TestStereoPlot::densityCountsWhereTheChartDraws_data()
+{
+    QTest::addColumn<bool>("equalArea");
+    QTest::addColumn<bool>("poles");
+    for (const bool area : {true, false})
+        for (const bool poles : {true, false})
+            QTest::addRow("%s %s", area ? "area" : "angle", poles ? "poles" : "dip directions") << area << poles;
+}
+
+void TestStereoPlot::densityCountsWhereTheChartDraws()
+{
+    QFETCH(bool, equalArea);
+    QFETCH(bool, poles);
+    Orientations model({{30.0, 40.0}}, QRelationshipItemModel::ShowAll);
+    Stereo net(equalArea);
+    net.setModel(&model);
+    net.countingOutProjections(11, 11, poles, false);
+    MatrixDataArray* grid = poles ? model.contourGridPoles() : model.contourGridDipDir();
+    QCOMPARE(grid->rowCount(), 11);
+    // The four corners of the cell under the drawn point hold one count each.
+    const QPointF pixel = poles ? net.poleInPixel({30.0, 40.0}) : net.dipDirectionInPixel({30.0, 40.0});
+    const double d = net.gridRect().width() / 10.0;
+    const int i = int((pixel.x() - net.gridRect().x()) / d), j = int((pixel.y() - net.gridRect().y()) / d);
+    double total = 0.0;
+    for (int r = 0; r < 11; ++r)
+        for (int c = 0; c < 11; ++c)
+            total += grid->toDouble(r, c);
+    QCOMPARE(total, 4.0);
+    for (const QPoint& corner : {QPoint(i, j), QPoint(i + 1, j), QPoint(i + 1, j + 1), QPoint(i, j + 1)})
+        QCOMPARE(grid->toDouble(corner.x(), corner.y()), 1.0);
+    // Without a model, or without a grid, nothing happens.
+    Stereo bare(equalArea);
+    bare.countingOutProjections(11, 11, poles, false);
+    bare.calculateTheEdgeEffect(nullptr, nullptr);
 }
 
 QTEST_MAIN(TestStereoPlot)
