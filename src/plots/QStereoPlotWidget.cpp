@@ -1,5 +1,6 @@
 #include "QStereoPlotWidget.h"
 
+#include "EMFDevice.h"
 #include "FastTrig.h"
 #include "MatrixDataArray.h"
 #include "UnitManager.h"
@@ -587,8 +588,37 @@ void QStereoPlotWidget::drawChart(QPainter& painter)
 
 void QStereoPlotWidget::copyWEMFToClipboard()
 {
-    // The metafile writer is not part of this build yet; the base keeps the action a no-op.
-    QPolarPlotWidget::copyWEMFToClipboard();
+    const bool wasPainting = m_paintingToWEMF;
+    m_paintingToWEMF = true;
+    QByteArray bytes;
+    {
+        EMFDevice device{QString()};
+        device.observeTransform(true);
+        QPainter painter(&device);
+        painter.setRenderHint(QPainter::HighQualityAntialiasing);
+        // The engine starts with a white brush the painter does not know about.
+        painter.setBrush(Qt::white);
+        painter.setBrush(Qt::NoBrush);
+        painter.save();
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(m_backgroundColor);
+        painter.drawRect(pixmapRect());
+        painter.restore();
+        drawFrame(&painter, 1);
+        painter.save();
+        QPainterPath disc;
+        disc.addEllipse(QPointF(m_centre), m_radius - 3, m_radius - 3);
+        painter.setClipPath(disc);
+        if (m_model && m_model->filledStressFieldIsOn() && m_model->showStressState())
+            drawContour(&painter, m_model->contourGridStressForStereoPlot(), m_model->minStressOverlayValue(),
+                        m_model->maxStressOverlayValue(), true, 2.0);
+        painter.restore();
+        drawChart(painter);
+        painter.end();
+        bytes = device.bytes();
+    }
+    m_paintingToWEMF = wasPainting;
+    setMetafileOnClipboard(bytes, visibleChartImage());
 }
 
 void QStereoPlotWidget::drawCyclographicTraces(QPainter* painter, int width)

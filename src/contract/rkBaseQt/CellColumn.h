@@ -58,10 +58,8 @@ public:
     // Inserts blank rows so that they end up at the given positions (ascending, unique).
     void insertBlankRows(const std::vector<int>& positions);
 
-    // The raw cells of a Double column and the validity bytes of any column, for walks over
-    // millions of rows; null for another store. Valid until the column is resized.
-    const double* doubleData() const { return m_store == Store::Double ? m_double.data() : nullptr; }
-    const std::uint8_t* validData() const { return m_valid.data(); }
+    // The raw colours of a Color column, for walks over millions of rows; null for another
+    // store. Valid until the column is resized.
     const QRgb* colorData() const { return m_store == Store::Color ? m_color.data() : nullptr; }
     // The colour of a Color cell without a QVariant; 0 for a blank cell or another store.
     QRgb rgba(int row) const { return m_store == Store::Color && isValid(row) ? m_color[row] : 0u; }
