@@ -1,0 +1,652 @@
+// The cross plot surface without a display: the data/pixel transforms and their inverse,
+// zoomed and scrolled; the widening of degenerate boundaries; the picking tolerance; the order
+// and the ends of what the chart draws (recorded, not rasterised); the regression equation; the
+// domain bands; and the mouse rules that need no real input (right press, short lassos, limits).
+#include "DepthLineField.h"
+#include "PaintRecorder.h"
+
+#include <QCrossPlot.h>
+#include <QRelationshipItemModel.h>
+
+#include <QPainter>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <cmath>
+#include <limits>
+#include <memory>
+
+using namespace rkBase;
+
+namespace {
+
+// x/y pairs as a model over two sheet columns; a NaN coordinate leaves that cell empty.
+class Points : public QRelationshipItemModel
+{
+public:
+    explicit Points(const QVector<QPointF>& rows = {})
+    {
+        x = std::make_unique<MatrixData>(QStringLiteral("x"), rows.size(), 1, QVariant::Double, true);
+        y = std::make_unique<MatrixData>(QStringLiteral("y"), rows.size(), 1, QVariant::Double, true);
+        for (int r = 0; r < rows.size(); ++r) {
+            if (!std::isnan(rows[r].x()))
+                x->setValue(r, 0, rows[r].x());
+            if (!std::isnan(rows[r].y()))
+                y->setValue(r, 0, rows[r].y());
+        }
+        if (!rows.isEmpty())
+            takeNewDataSet(x.get(), y.get(), HighlightSelected);
+    }
+    std::unique_ptr<MatrixData> x, y;
+};
+
+// A scenario filled by hand, as a reader or the picking tools would leave it.
+class Scenario : public DepthLineField
+{
+public:
+    Scenario() : DepthLineField(QStringLiteral("test")) {}
+    void add(double depth, DataType type, const QColor& colour, double x = 0.0)
+    {
+        m_linesX.push_back(x);
+        m_lineDepths.push_back(depth);
+        m_lineNames.push_back(QStringLiteral("L%1").arg(m_lineDepths.size()));
+        m_lineColors.push_back(colour);
+        m_lineTypes.push_back(type);
+        m_selected.push_back(false);
+        m_lineOrientations.push_back(QPointF(-1.0, -1.0));
+        m_originalRowPos.push_back(-1);
+        m_originalDepthChanged.push_back(false);
+    }
+    void setDomain(DomainType type, int transparency)
+    {
+        m_domainType = type;
+        m_domainTransparency = transparency;
+    }
+};
+
+// The surface with its draw steps reachable, on a raster 201 x 101 (pixels 0..200, 0..100).
+class Plot : public QCrossPlot
+{
+public:
+    Plot() : QCrossPlot(nullptr, nullptr)
+    {
+        resize(201, 101);
+        updateChart();
+    }
+    using QCrossPlot::drawDomains;
+    using QCrossPlot::drawRegressionEquation;
+    using QCrossPlot::drawStructuralTops;
+    using QCrossPlot::mousePressEvent;
+    using QCrossPlot::mouseReleaseEvent;
+    QStringList record(void (Plot::*step)(QPainter*) = nullptr)
+    {
+        PaintRecorder device(QSize(201, 101));
+        {
+            QPainter painter(&device);
+            if (step)
+                (this->*step)(&painter);
+            else
+                drawChart(painter);
+        }
+        return device.calls();
+    }
+    void drawEquation(QPainter* painter) { drawRegressionEquation(painter); }
+};
+
+// What a recorded call drew, by its pen: the chart's layers have their own colours.
+QString layerOf(const QString& call)
+{
+    if (call.contains(QLatin1String("| pen #ff808080 1")))
+        return QStringLiteral("bisecting");
+    if (call.contains(QLatin1String("| pen #ff000080")))
+        return QStringLiteral("points");
+    if (call.contains(QLatin1String("| pen #ff00ff00 2")))
+        return QStringLiteral("regression");
+    if (call.contains(QLatin1String("| pen #ffff0000 2")))
+        return QStringLiteral("range");
+    return QStringLiteral("other");
+}
+
+QStringList layers(const QStringList& calls)
+{
+    QStringList out;
+    for (const QString& c : calls) {
+        const QString layer = layerOf(c);
+        if (layer != QLatin1String("other") && (out.isEmpty() || out.last() != layer))
+            out << layer;
+    }
+    return out;
+}
+
+QStringList linesIn(const QStringList& calls, const QString& layer)
+{
+    QStringList out;
+    for (const QString& c : calls)
+        if (layerOf(c) == layer && c.startsWith(QLatin1String("lines ")))
+            out << c.section(QLatin1String(" | "), 0, 0);
+    return out;
+}
+
+// Mouse events sent straight to a widget that is not shown.
+void send(QWidget* w, QEvent::Type type, Qt::MouseButton button, Qt::KeyboardModifiers mods, const QPoint& at)
+{
+    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+    QMouseEvent event(type, QPointF(at), w->mapToGlobal(at), button, held, mods);
+    QCoreApplication::sendEvent(w, &event);
+}
+void press(QWidget* w, Qt::MouseButton b, Qt::KeyboardModifiers m, const QPoint& at)
+{
+    send(w, QEvent::MouseButtonPress, b, m, at);
+}
+void release(QWidget* w, Qt::MouseButton b, Qt::KeyboardModifiers m, const QPoint& at)
+{
+    send(w, QEvent::MouseButtonRelease, b, m, at);
+}
+void move(QWidget* w, const QPoint& at) { send(w, QEvent::MouseMove, Qt::NoButton, Qt::NoModifier, at); }
+
+const QVector<QPointF> kLine{{0.0, 0.0}, {50.0, 25.0}, {100.0, 50.0}};
+
+} // namespace
+
+class TestCrossPlot : public QObject
+{
+    Q_OBJECT
+private slots:
+    void transforms_data();
+    void transforms();
+    void inverseUnderZoomAndScroll_data();
+    void inverseUnderZoomAndScroll();
+    void transformGuards();
+    void boundaries_data();
+    void boundaries();
+    void singleAxisBoundaries();
+    void pickingEps();
+    void drawOrder_data();
+    void drawOrder();
+    void regressionAndRangeEnds_data();
+    void regressionAndRangeEnds();
+    void equation_data();
+    void equation();
+    void badDataDrawsNothingNonFinite_data();
+    void badDataDrawsNothingNonFinite();
+    void domains_data();
+    void domains();
+    void topsPens_data();
+    void topsPens();
+    void rightPressTouchesNothing();
+    void shortLassoClears_data();
+    void shortLassoClears();
+    void pickingLimits();
+    void stateRules();
+};
+
+void TestCrossPlot::transforms_data()
+{
+    QTest::addColumn<int>("origin");
+    QTest::addColumn<QPointF>("data");
+    QTest::addColumn<QPointF>("pixel");
+    const int up = QCrossPlot::OriginBottomLeft, down = QCrossPlot::OriginTopLeft;
+    QTest::newRow("up min") << up << QPointF(0, 0) << QPointF(0, 100);
+    QTest::newRow("up max") << up << QPointF(100, 50) << QPointF(200, 0);
+    QTest::newRow("up centre") << up << QPointF(50, 25) << QPointF(100, 50);
+    QTest::newRow("up outside") << up << QPointF(-50, 75) << QPointF(-100, -50);
+    QTest::newRow("down min") << down << QPointF(0, 0) << QPointF(0, 0);
+    QTest::newRow("down max") << down << QPointF(100, 50) << QPointF(200, 100);
+    QTest::newRow("down quarter") << down << QPointF(25, 12.5) << QPointF(50, 25);
+}
+
+void TestCrossPlot::transforms()
+{
+    QFETCH(int, origin);
+    QFETCH(QPointF, data);
+    QFETCH(QPointF, pixel);
+    Plot plot;
+    plot.setOriginPosition(QCrossPlot::OriginPosition(origin));
+    plot.setBoundaries(QPointF(0, 0), QPointF(100, 50));
+    const QPointF got = plot.transformInPixelPoint(data);
+    QCOMPARE(got.x(), pixel.x());
+    QCOMPARE(got.y(), pixel.y());
+    const QPointF back = plot.transformInDataPoint(got);
+    QVERIFY(std::abs(back.x() - data.x()) < 1e-9);
+    QVERIFY(std::abs(back.y() - data.y()) < 1e-9);
+}
+
+void TestCrossPlot::inverseUnderZoomAndScroll_data()
+{
+    QTest::addColumn<double>("zoom");
+    QTest::addColumn<int>("percent");
+    QTest::newRow("plain") << 1.0 << 50;
+    QTest::newRow("x2 middle") << 2.0 << 50;
+    QTest::newRow("x3 end") << 3.0 << 100;
+}
+
+void TestCrossPlot::inverseUnderZoomAndScroll()
+{
+    QFETCH(double, zoom);
+    QFETCH(int, percent);
+    Plot plot;
+    plot.setBoundaries(QPointF(-5, 1000), QPointF(5, 3000));
+    plot.zoom(zoom);
+    plot.xoffset(percent);
+    plot.yoffset(percent);
+    QCOMPARE(plot.xOffsetPixels() > 0, zoom > 1.0);
+    // The widget shows the raster from the offsets on: a widget pixel is a raster pixel less them.
+    for (const QPointF data : {QPointF(-5, 1000), QPointF(0, 2000), QPointF(2.5, 2900)}) {
+        const QPointF widget = plot.transformInPixelPoint(data) - QPointF(plot.xOffsetPixels(), plot.yOffsetPixels());
+        const QPointF back = plot.transformInDataPoint(widget);
+        QVERIFY2(std::abs(back.x() - data.x()) < 1e-9 && std::abs(back.y() - data.y()) < 1e-9,
+                 qPrintable(QStringLiteral("%1,%2").arg(back.x()).arg(back.y())));
+    }
+}
+
+void TestCrossPlot::transformGuards()
+{
+    // A fresh plot has (10, 10) at both corners: no span, no division by zero.
+    QCrossPlot fresh(nullptr, nullptr);
+    fresh.resize(100, 100);
+    fresh.updateChart();
+    QCOMPARE(fresh.transformInPixelPoint(QPointF(3, 4)), QPointF(0, 0));
+    // A raster of one pixel has no span either way.
+    QCrossPlot tiny(nullptr, nullptr);
+    tiny.resize(1, 1);
+    tiny.updateChart();
+    tiny.setBoundaries(QPointF(0, 0), QPointF(1, 1));
+    QCOMPARE(tiny.transformInPixelPoint(QPointF(0.5, 0.5)), QPointF(0, 0));
+    QCOMPARE(tiny.transformInDataPoint(QPointF(0.5, 0.5)), QPointF(0, 0));
+    QCOMPARE(tiny.pickingEpsX(), 0.0);
+}
+
+void TestCrossPlot::boundaries_data()
+{
+    QTest::addColumn<QPointF>("min");
+    QTest::addColumn<QPointF>("max");
+    QTest::addColumn<QPointF>("wantMin");
+    QTest::addColumn<QPointF>("wantMax");
+    QTest::newRow("both equal") << QPointF(3, 7) << QPointF(3, 7) << QPointF(-7, -3) << QPointF(13, 17);
+    QTest::newRow("both nearly equal") << QPointF(3, 7) << QPointF(3 + 4e-7, 7 - 4e-7) << QPointF(float(3 + 4e-7) - 10.0, float(7 - 4e-7) - 10.0)
+                                       << QPointF(float(3 + 4e-7) + 10.0, float(7 - 4e-7) + 10.0);
+    // The half-width of a flat axis comes from the other axis's maximum.
+    QTest::newRow("x equal") << QPointF(4, 0) << QPointF(4, 30) << QPointF(-11, 0) << QPointF(19, 30);
+    QTest::newRow("y equal") << QPointF(0, 2) << QPointF(8, 2) << QPointF(0, -2) << QPointF(8, 6);
+    QTest::newRow("x just apart") << QPointF(4, 0) << QPointF(4 + 6e-7, 30) << QPointF(4, 0)
+                                  << QPointF(4 + 6e-7, 30);
+    QTest::newRow("ordinary") << QPointF(-1, -2) << QPointF(1, 2) << QPointF(-1, -2) << QPointF(1, 2);
+}
+
+void TestCrossPlot::boundaries()
+{
+    QFETCH(QPointF, min);
+    QFETCH(QPointF, max);
+    QFETCH(QPointF, wantMin);
+    QFETCH(QPointF, wantMax);
+    Plot plot;
+    plot.setBoundaries(min, max);
+    QCOMPARE(plot.minPoint(), wantMin);
+    QCOMPARE(plot.maxPoint(), wantMax);
+    QCOMPARE(plot.calculateDataBoundaries(), std::make_pair(wantMin, wantMax));
+}
+
+void TestCrossPlot::singleAxisBoundaries()
+{
+    Plot plot;
+    plot.setBoundaries(QPointF(0, 0), QPointF(10, 10));
+    plot.setXBoundary(5, 5);
+    QCOMPARE(plot.minPoint(), QPointF(-5, 0));
+    QCOMPARE(plot.maxPoint(), QPointF(15, 10));
+    plot.setYBoundary(100, 300);
+    QCOMPARE(plot.minPoint(), QPointF(-5, 100));
+    QCOMPARE(plot.maxPoint(), QPointF(15, 300));
+    plot.setYBoundary(2, 2);
+    QCOMPARE(plot.minPoint().y(), -8.0);
+    QCOMPARE(plot.maxPoint().y(), 12.0);
+}
+
+void TestCrossPlot::pickingEps()
+{
+    Plot plot;
+    plot.setBoundaries(QPointF(0, 0), QPointF(100, 50));
+    // Three raster pixels: 200 pixels span 100 in x, 100 pixels span 50 in y.
+    QCOMPARE(plot.pickingEpsX(), 1.5);
+    QCOMPARE(plot.pickingEpsY(), 1.5);
+    plot.setBoundaries(QPointF(100, 50), QPointF(0, 0));
+    QCOMPARE(plot.pickingEpsX(), 1.5);
+}
+
+void TestCrossPlot::drawOrder_data()
+{
+    QTest::addColumn<bool>("bisecting");
+    QTest::addColumn<bool>("points");
+    QTest::addColumn<bool>("regression");
+    QTest::addColumn<bool>("range");
+    QTest::addColumn<QStringList>("order");
+    QTest::newRow("all") << true << true << true << true
+                         << QStringList{"bisecting", "points", "regression", "range"};
+    QTest::newRow("no points") << true << false << true << true << QStringList{"bisecting", "regression", "range"};
+    QTest::newRow("points and range") << false << true << false << true << QStringList{"points", "range"};
+    QTest::newRow("nothing") << false << false << false << false << QStringList{};
+}
+
+void TestCrossPlot::drawOrder()
+{
+    QFETCH(bool, bisecting);
+    QFETCH(bool, points);
+    QFETCH(bool, regression);
+    QFETCH(bool, range);
+    QFETCH(QStringList, order);
+    Points model(kLine);
+    Plot plot;
+    plot.setModel(&model);
+    plot.setBoundaries(QPointF(0, 0), QPointF(100, 50));
+    plot.setTrendLine(0.5, 0.0, 1.0);
+    plot.setShowBisectingLine(bisecting);
+    plot.setShowPoints(points);
+    plot.setShowRegressionLine(regression);
+    plot.setShow90PercentRange(range);
+    QCOMPARE(layers(plot.record()), order);
+    // The raster takes the same layers; the regression, drawn after the points, is on top.
+    plot.updateChart();
+    const QRgb centre = plot.chartImage().pixel(100, 50);
+    if (regression)
+        QCOMPARE(qGreen(centre) > 200 && qRed(centre) < 60 && qBlue(centre) < 60, true);
+    else if (points)
+        QCOMPARE(qBlue(centre) > qGreen(centre), true);
+}
+
+void TestCrossPlot::regressionAndRangeEnds_data()
+{
+    QTest::addColumn<double>("slope");
+    QTest::addColumn<QStringList>("regression");
+    QTest::addColumn<QStringList>("range");
+    // Points from (0, 0) to (100, 50); dx = 10, dy = 5; a data unit is two pixels.
+    QTest::newRow("function") << 0.5 << QStringList{"lines 0,100-200,0"}
+                              << QStringList{"lines -20,100-200,-10", "lines 0,110-220,0"};
+    // No function: the model's corners, and the lower end takes dx upwards.
+    QTest::newRow("not a function") << 99999.0 << QStringList{"lines 0,100-200,0"}
+                                    << QStringList{"lines -20,90-200,-10", "lines 0,110-220,-20"};
+}
+
+void TestCrossPlot::regressionAndRangeEnds()
+{
+    QFETCH(double, slope);
+    QFETCH(QStringList, regression);
+    QFETCH(QStringList, range);
+    Points model(kLine);
+    Plot plot;
+    plot.setModel(&model);
+    plot.setBoundaries(QPointF(0, 0), QPointF(100, 50));
+    plot.setShowRegressionLine(true);
+    plot.setShowPoints(false);
+    plot.setTrendLine(slope, 0.0, 0.9);
+    const QStringList calls = plot.record();
+    QCOMPARE(linesIn(calls, QStringLiteral("regression")), regression);
+    QCOMPARE(linesIn(calls, QStringLiteral("range")), range);
+    // Without an intercept neither line is drawn.
+    plot.setTrendLine(slope, 99999.0, 0.9);
+    QCOMPARE(layers(plot.record()), QStringList());
+}
+
+void TestCrossPlot::equation_data()
+{
+    QTest::addColumn<double>("slope");
+    QTest::addColumn<double>("intercept");
+    QTest::addColumn<double>("coefficient");
+    QTest::addColumn<QStringList>("texts");
+    QTest::newRow("positive") << 0.5 << 0.0 << 0.9 << QStringList{"text ' y= 0.5000x +0.0000 '", "text ' R= 0.9000'"};
+    QTest::newRow("negative intercept") << -1.25 << -3.5 << 0.12345
+                                        << QStringList{"text ' y= -1.2500x -3.5000 '", "text ' R= 0.1235'"};
+    QTest::newRow("no function") << 99999.0 << 2.0 << 0.5 << QStringList{"text 'The regression is not a function'"};
+    QTest::newRow("nothing at all") << 99999.0 << 99999.0 << 99999.0
+                                    << QStringList{"text 'The regression is not a function'"};
+}
+
+void TestCrossPlot::equation()
+{
+    QFETCH(double, slope);
+    QFETCH(double, intercept);
+    QFETCH(double, coefficient);
+    QFETCH(QStringList, texts);
+    Plot plot;
+    plot.setTrendLine(slope, intercept, coefficient);
+    const QStringList calls = plot.record(&Plot::drawEquation);
+    QStringList got;
+    for (const QString& c : calls)
+        if (c.startsWith(QLatin1String("text ")))
+            got << c.section(QLatin1String(" | "), 0, 0);
+    QCOMPARE(got, texts);
+    // The box comes first, white on black, 8 % of the height in and 2 % of the width down.
+    QVERIFY(calls.first().startsWith(QLatin1String("rect 8,4 ")));
+    QVERIFY(calls.first().endsWith(QLatin1String("| pen #ff000000 1 | brush #ffffffff")));
+}
+
+void TestCrossPlot::badDataDrawsNothingNonFinite_data()
+{
+    QTest::addColumn<QVector<QPointF>>("rows");
+    QTest::addColumn<QPointF>("min");
+    QTest::addColumn<QPointF>("max");
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    QTest::newRow("no model rows") << QVector<QPointF>{} << QPointF(0, 0) << QPointF(1, 1);
+    QTest::newRow("empty cells") << QVector<QPointF>{{nan, 1}, {2, nan}, {3, 3}} << QPointF(0, 0) << QPointF(5, 5);
+    QTest::newRow("one point") << QVector<QPointF>{{3, 3}} << QPointF(3, 3) << QPointF(3, 3);
+    QTest::newRow("infinite cell") << QVector<QPointF>{{inf, 1}, {1, 2}, {2, 3}} << QPointF(0, 0) << QPointF(5, 5);
+    QTest::newRow("nan boundaries") << QVector<QPointF>{{1, 1}, {2, 2}} << QPointF(nan, 0) << QPointF(5, nan);
+}
+
+void TestCrossPlot::badDataDrawsNothingNonFinite()
+{
+    QFETCH(QVector<QPointF>, rows);
+    QFETCH(QPointF, min);
+    QFETCH(QPointF, max);
+    Points model(rows);
+    Plot plot;
+    plot.setModel(&model);
+    plot.setBoundaries(min, max);
+    plot.setTrendLine(std::numeric_limits<double>::quiet_NaN(), 0.0, 1.0);
+    plot.setShowBisectingLine(true);
+    plot.setShowRegressionLine(true);
+    plot.setPointConnectionLine(true);
+    plot.setBinAverages(true);
+    plot.setNumbOfDataPerBin(true);
+    plot.setIntervalBoundaries(true);
+    plot.setTandLdirection(1.0, 2.0);
+    plot.updateChart();
+    for (const QString& c : plot.record()) {
+        const QString what = c.section(QLatin1String(" | "), 0, 0);
+        QVERIFY2(!what.contains(QLatin1String("nan"), Qt::CaseInsensitive)
+                     && !what.contains(QLatin1String("inf"), Qt::CaseInsensitive),
+                 qPrintable(c));
+    }
+}
+
+void TestCrossPlot::domains_data()
+{
+    using T = DepthLineField::DataType;
+    QTest::addColumn<int>("domain");
+    QTest::addColumn<QVector<int>>("types");
+    QTest::addColumn<QStringList>("bands");
+    QTest::newRow("stratigraphy one horizon") << 0 << QVector<int>{T::Horizon} << QStringList{};
+    QTest::newRow("stratigraphy skips a fault")
+        << 0 << QVector<int>{T::Horizon, T::Fault, T::Top, T::Horizon}
+        << QStringList{"rect 0,20 200x40 | brush #50ff0000", "rect 0,60 200x20 | brush #500000ff"};
+    QTest::newRow("structural one line") << 1 << QVector<int>{T::Fault} << QStringList{};
+    QTest::newRow("structural every pair")
+        << 1 << QVector<int>{T::Horizon, T::Fault, T::Top}
+        << QStringList{"rect 0,20 200x20 | brush #50ff0000", "rect 0,40 200x20 | brush #5000ff00"};
+    QTest::newRow("none") << 2 << QVector<int>{T::Horizon, T::Horizon} << QStringList{};
+}
+
+void TestCrossPlot::domains()
+{
+    QFETCH(int, domain);
+    QFETCH(QVector<int>, types);
+    QFETCH(QStringList, bands);
+    const QColor colours[] = {Qt::red, Qt::green, Qt::blue, Qt::yellow};
+    Scenario field;
+    field.setDomain(DepthLineField::DomainType(domain), 0x50);
+    for (int i = 0; i < types.size(); ++i)
+        field.add(10.0 + 10.0 * i, DepthLineField::DataType(types[i]), colours[i]);
+    Plot plot;
+    plot.setOriginPosition(QCrossPlot::OriginTopLeft);
+    plot.setBoundaries(QPointF(0, 0), QPointF(100, 50));
+    PaintRecorder device(QSize(201, 101));
+    {
+        QPainter painter(&device);
+        plot.drawDomains(&field, false, &painter);
+    }
+    QStringList got;
+    for (const QString& c : device.calls())
+        got << c.section(QLatin1String(" | "), 0, 0) + QStringLiteral(" | ") + c.section(QLatin1String(" | "), 2, 2);
+    QCOMPARE(got, bands);
+    for (const QString& c : device.calls())
+        QVERIFY(c.contains(QLatin1String("| pen none ")));
+}
+
+void TestCrossPlot::topsPens_data()
+{
+    using T = DepthLineField::DataType;
+    QTest::addColumn<int>("domain");
+    QTest::addColumn<int>("transparency");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QStringList>("lines");
+    QTest::newRow("horizon in its colour") << 0 << 180 << int(T::Horizon) << QStringList{"lines 0,20-200,20 | pen #ff0000ff 2"};
+    QTest::newRow("opaque domains draw black") << 0 << 200 << int(T::Top) << QStringList{"lines 0,20-200,20 | pen #ff000000 2"};
+    QTest::newRow("no domains draw black") << 2 << 0 << int(T::Fault) << QStringList{"lines 0,20-200,20 | pen #ff000000 2"};
+    // A plane is a line only among structural domains; elsewhere only its mark shows.
+    QTest::newRow("plane among domains") << 1 << 180 << int(T::AxialPlane) << QStringList{"lines 0,20-200,20 | pen #ff0000ff 2"};
+    QTest::newRow("plane in stratigraphy") << 0 << 180 << int(T::AxialPlane) << QStringList{};
+    QTest::newRow("bin boundary") << 0 << 180 << int(T::IntervalBoundary) << QStringList{};
+}
+
+void TestCrossPlot::topsPens()
+{
+    QFETCH(int, domain);
+    QFETCH(int, transparency);
+    QFETCH(int, type);
+    QFETCH(QStringList, lines);
+    Scenario field;
+    field.setDomain(DepthLineField::DomainType(domain), transparency);
+    field.add(10.0, DepthLineField::DataType(type), Qt::blue, 50.0);
+    Plot plot;
+    plot.setOriginPosition(QCrossPlot::OriginTopLeft);
+    plot.setBoundaries(QPointF(0, 0), QPointF(100, 50));
+    PaintRecorder device(QSize(201, 101));
+    {
+        QPainter painter(&device);
+        plot.drawStructuralTops(&field, false, &painter);
+    }
+    QStringList got;
+    for (const QString& c : device.calls("lines "))
+        got << c.section(QLatin1String(" | "), 0, 1);
+    // The label box's cross is drawn in lines too: keep the horizontal line across the plot.
+    got = got.filter(QStringLiteral("0,20-200,20"));
+    QCOMPARE(got, lines);
+    const bool plane = type < 3;
+    QCOMPARE(!device.calls("ellipse 96,16 9x9").isEmpty(), plane);
+}
+
+void TestCrossPlot::rightPressTouchesNothing()
+{
+    Points model(kLine);
+    Plot plot;
+    plot.setModel(&model);
+    plot.setBoundaries(QPointF(0, 0), QPointF(100, 50));
+    model.setSelected(1, true);
+    press(&plot, Qt::LeftButton, Qt::ControlModifier, QPoint(10, 10));
+    const QPointF pos = plot.mousePickingPos();
+    const QPolygonF polygon = plot.selectionPolygon();
+    press(&plot, Qt::RightButton, Qt::NoModifier, QPoint(50, 60));
+    QCOMPARE(plot.mousePickingPos(), pos);
+    QCOMPARE(plot.selectionPolygon(), polygon);
+    QVERIFY(model.isSelected(1));
+}
+
+void TestCrossPlot::shortLassoClears_data()
+{
+    QTest::addColumn<int>("moves");
+    QTest::addColumn<int>("modifiers");
+    QTest::addColumn<bool>("kept");
+    QTest::newRow("click") << 0 << int(Qt::NoModifier) << false;
+    QTest::newRow("click with control") << 0 << int(Qt::ControlModifier) << false;
+    QTest::newRow("two points with control") << 1 << int(Qt::ControlModifier) << false;
+    QTest::newRow("three points with control") << 2 << int(Qt::ControlModifier) << true;
+    QTest::newRow("three points") << 2 << int(Qt::NoModifier) << false;
+}
+
+void TestCrossPlot::shortLassoClears()
+{
+    QFETCH(int, moves);
+    QFETCH(int, modifiers);
+    QFETCH(bool, kept);
+    Points model(kLine);
+    Plot plot;
+    plot.setModel(&model);
+    plot.setBoundaries(QPointF(0, 0), QPointF(100, 50));
+    model.setSelected(2, true);
+    QSignalSpy selection(&plot, &QChartDrawingArea::dataPointsSelection);
+    const auto mods = Qt::KeyboardModifiers(modifiers);
+    press(&plot, Qt::LeftButton, mods, QPoint(5, 5));
+    for (int i = 1; i <= moves; ++i)
+        move(&plot, QPoint(5 + 10 * i, 5 + 3 * i * i));
+    release(&plot, Qt::LeftButton, mods, QPoint(5 + 10 * moves, 5 + 3 * moves * moves));
+    QCOMPARE(model.isSelected(2), kept);
+    QCOMPARE(selection.count(), 1);
+    QVERIFY(plot.selectionPolygon().isEmpty());
+}
+
+void TestCrossPlot::pickingLimits()
+{
+    Points model(kLine);
+    Plot plot;
+    plot.setModel(&model);
+    plot.setOriginPosition(QCrossPlot::OriginTopLeft);
+    plot.setBoundaries(QPointF(0, 0), QPointF(100, 50));
+    plot.setDataCreationType(QCrossPlot::CreateStructuralTops);
+    plot.setLimitYPickingToInPlots(QPointF(20, 10));
+    QCOMPARE(plot.limitYPicking(), QPointF(QCrossPlot::kLowestFloat, QCrossPlot::kHighestFloat));
+    plot.setLimitYPickingToInPlots(QPointF(10, 40));
+    QSignalSpy insert(&plot, &QCrossPlot::sendInsertScatUpdate);
+    QSignalSpy pick(&plot, &QCrossPlot::sendScatPickPos);
+    // Depth 5 (pixel 10) is above the limit and depth 45 (pixel 90) below it.
+    for (const int y : {10, 90}) {
+        press(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(50, y));
+        release(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(50, y));
+    }
+    QCOMPARE(insert.count() + pick.count(), 0);
+    QVERIFY(!plot.structuralTopsHeld());
+}
+
+void TestCrossPlot::stateRules()
+{
+    Plot plot;
+    plot.setModifyOrientation(true);
+    plot.setDataCreationType(QCrossPlot::SelectForOrientation);
+    QVERIFY(!plot.modifyOrientation());
+    // Leaving forgets the mouse: no hairs are drawn until it comes back.
+    move(&plot, QPoint(20, 20));
+    QCOMPARE(plot.mousePickingPos(), QPointF(20, 20));
+    QEvent leave(QEvent::Leave);
+    QSignalSpy left(&plot, &QCrossPlot::crossPlotLeaveEvent);
+    QApplication::sendEvent(&plot, &leave);
+    QCOMPARE(plot.mousePickingPos().x(), 99999.0);
+    QCOMPARE(left.count(), 1);
+    // Grid lists: stored when they differ.
+    plot.updateChart();
+    plot.verticalGridLinesChanged({10, 20});
+    QCOMPARE(plot.verticalGridLines(), (QList<int>{10, 20}));
+    // The context actions come once, in their texts, and only in a picking mode with a selection.
+    plot.setScatContextMenu();
+    QAction* rename = plot.renameAction();
+    plot.setScatContextMenu();
+    QCOMPARE(plot.renameAction(), rename);
+    QCOMPARE(rename->text(), QStringLiteral("Rename..."));
+    QVERIFY(plot.modifyOrientationAction()->isCheckable());
+    QSignalSpy deleted(&plot, &QCrossPlot::sendDeleteSelectedUpdate);
+    plot.deleteAction()->trigger();
+    QCOMPARE(deleted.count(), 1);
+    QSignalSpy copy(&plot, &QCrossPlot::signalCopyWEMFToClipboard);
+    plot.copyWEMFToClipboard();
+    QCOMPARE(copy.count(), 1);
+}
+
+QTEST_MAIN(TestCrossPlot)
+#include "tst_crossplot.moc"
