@@ -241,6 +241,46 @@ public:
     std::vector<DepthLineField*> const& structuralTopsScenarios() const { return m_structuralTopsScenarios; }
     int activeScenario() const { return m_activeScenario; }
 
+    // ---- structural tops scenarios (the model owns them; "Senario" is the interface's spelling) ----
+    // The active scenario, creating "Scenario_<n>" entries until the active index exists.
+    DepthLineField* structuralTops();
+    // Appends a new scenario and makes it active; name uniqueness is the caller's matter.
+    void addStructuralTopsSenario(const QString& name);
+    // The first scenario of that name becomes active; a new one is appended when none has it.
+    void activateStructuralTopsSenario(const QString& name);
+    // Takes the active scenario out of the list (the caller owns it from then on) and
+    // activates the first. Returns the scenario taken, or null.
+    DepthLineField* eraseActiveStructuralTopsSenario();
+    bool hasStructuralTopsScenarios() const { return !m_structuralTopsScenarios.empty(); }
+    void setActiveScenario(int index) { m_activeScenario = index; }
+    std::vector<DepthLineField*> const& structuralTopsSenarios() const { return m_structuralTopsScenarios; }
+
+    // ---- regression ----
+    // Least-squares line y = slope * x + intercept and the correlation coefficient over the
+    // points that pass the statistics row filter. Zeros without points. A list whose x all lie
+    // within 5e-07 of 0 gives the no-value slope 99999.0 with intercept the mean y; equal x
+    // elsewhere give slope 0 and intercept the mean y. Slope and intercept below 5e-06 in size
+    // snap to 0. A horizontal line leaves a coefficient of 0/0.
+    void calculateRegressionLine(double& slope, double& intercept, double& coefficient);
+
+    // ---- interval filters and decimation ----
+    // The filter is created on first use, named "Interval Filter".
+    void generateAquidistantIntervalFilter(const double& size, const double& min, const double& max);
+    void generateNumberOfIntervalFilter(const int& count, const double& min, const double& max);
+    void insertIntervalBoundary(const double& depth, const double& eps);
+    void eraseIntervalBoundary(const QPointF& point, const double& eps);
+    // Clears the filter's lines and destroys both decimation results (they become null).
+    void deleteIntervalBoundaries();
+    // One average point per interval of y that holds points (both ends of an interval count,
+    // the first interval wins), its count and middle, its third value or mean orientation, and
+    // the table row nearest to its mean y.
+    void generateDataDecimation();
+
+signals:
+    void manuellBinInserted(bool hasLines);
+
+public:
+
     QPointF meanResultantPole() const { return m_meanResultantPole; }
     QPointF meanResultantDipDirection() const { return m_meanResultantDipDirection; }
     QPointF meanPrincipalPlane() const { return m_meanPrincipalPlane; }
@@ -321,6 +361,11 @@ public:
     // suggestedSectionPlane(), suggestedSectionDipDirection()  -- each returns QPointF
 
 protected:
+    // The ordered insert and the erase of a DepthLineField on a bare depth vector.
+    void insertHorizontalLine(std::vector<double>& depths, const double& depth, const double& eps);
+    void eraseHorizontalLines(std::vector<double>& depths, const QPointF& point, const double& eps);
+    DepthLineField* ensureIntervalFilter();
+
     bool canBeBiasCorrected(int row) const;
     void woodcockParameters(double const& e1, double const& e2, double e3, double& K, double& C,
                             double& lnE3E2, double& lnE2E1) const;

@@ -1,0 +1,220 @@
+// The regression line of the point list, and its reduction to one average per interval of y.
+#include "CellColumn.h"
+#include "QRelationshipItemModel.h"
+#include "UnitRegistry.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace rkBase {
+
+namespace {
+const double kNoValue = 99999.0;
+
+// The points of the list as one typed column; null when the list holds something else.
+const CellColumn* pointColumn(const MatrixData* data)
+{
+    const CellColumn* c = data ? data->cellColumn(0) : nullptr;
+    return c && c->type() == QVariant::PointF ? c : nullptr;
+}
+
+bool readPoint(const MatrixData* data, const CellColumn* column, int row, QPointF& p)
+{
+    if (column)
+        return column->point(row, p);
+    const QVariant v = data->value(row, 0);
+    if (!v.isValid() || v.isNull() || !v.canConvert<QPointF>())
+        return false;
+    p = v.toPointF();
+    return true;
+}
+} // namespace
+
+void QRelationshipItemModel::calculateRegressionLine(double& slope, double& intercept, double& coefficient)
+{
+    slope = intercept = coefficient = 0.0;
+    if (!m_data || rowCount() == 0)
+        return;
+    // The list's minimum is a point; as a number it reads 0, so the test for a vertical line
+    // compares x with 0 and equal x elsewhere go on to the spread test below.
+    const double reference = m_data->minValue().toDouble();
+    const CellColumn* column = pointColumn(m_data);
+    const int rows = m_data->validValueRowCount();
+    const bool filtered = m_partSelection && m_displayType == HighlightSelected;
+
+    double sumX = 0.0;
+    double sumY = 0.0;
+    long long n = 0;
+    bool vertical = true;
+    QPointF p;
+    for (int row = 0; row < rows; ++row) {
+        if (filtered && !isSelected(row))
+            continue;
+        if (!readPoint(m_data, column, row, p))
+            continue;
+        sumX += p.x();
+        sumY += p.y();
+        ++n;
+        if (vertical && std::fabs(p.x() - reference) > 5e-07)
+            vertical = false;
+    }
+    if (n == 0)
+        return;
+    const double mx = sumX / double(n);
+    const double my = sumY / double(n);
+    if (vertical) {
+        slope = kNoValue;
+        intercept = my;
+        return;
+    }
+
+    double sxy = 0.0;
+    double sxx = 0.0;
+    double syy = 0.0;
+    for (int row = 0; row < rows; ++row) {
+        if (filtered && !isSelected(row))
+            continue;
+        if (!readPoint(m_data, column, row, p))
+            continue;
+        const double dx = p.x() - mx;
+        const double dy = p.y() - my;
+        sxy += dx * dy;
+        sxx += dx * dx;
+        syy += dy * dy;
+    }
+    // One point leaves a divisor of 0: the spread is then not a number and fails the test below.
+    const double divisor = double(n - 1);
+    const double cov = sxy / divisor;
+    const double varX = sxx / divisor;
+    const double varY = syy / divisor;
+    const double sx = std::sqrt(varX);
+    if (sx >= 5e-06) {
+        slope = cov / (sx * sx);
+        coefficient = cov / (std::sqrt(varY) * sx);
+    }
+    intercept = my - mx * slope;
+    if (std::fabs(slope) < 5e-06)
+        slope = 0.0;
+    if (std::fabs(intercept) < 5e-06)
+        intercept = 0.0;
+}
+
+void QRelationshipItemModel::generateDataDecimation()
+{
+    delete m_decimationData;
+    m_decimationData = nullptr;
+    delete m_decimationCount;
+    m_decimationCount = nullptr;
+    if (!m_intervalFilter || m_intervalFilter->lineDepths().empty())
+        return;
+
+    const std::vector<double>& b = m_intervalFilter->lineDepths();
+    const int m = static_cast<int>(b.size());
+    const int intervals = m - 1;
+    std::vector<long long> count(std::size_t(std::max(intervals, 0)), 0);
+    std::vector<double> sumX(count.size(), 0.0);
+    std::vector<double> sumY(count.size(), 0.0);
+    std::vector<double> sumThird(count.size(), 0.0);
+    const int rows = m_data ? m_data->validValueRowCount() : 0;
+    std::vector<int> rowIntervals(std::size_t(std::max(rows, 0)), -1);
+
+    // Ascending boundaries let a point find its interval by bisection; any other order keeps
+    // the first-match walk.
+    const bool ascending = std::is_sorted(b.begin(), b.end());
+    const CellColumn* column = pointColumn(m_data);
+    const bool filtered = m_partSelection && m_displayType == HighlightSelected;
+    QPointF p;
+    for (int row = 0; row < rows && intervals > 0; ++row) {
+        if (filtered && !isSelected(row))
+            continue;
+        const double third = m_tadpoleAzimuthNode ? azimuthTadPole(row) : kNoValue;
+        if (!readPoint(m_data, column, row, p))
+            continue;
+        const double y = p.y();
+        int i = -1;
+        if (ascending) {
+            if (y >= b.front() && y <= b.back()) {
+                // First boundary not below y; the point belongs below it unless it is the first.
+                const auto it = std::lower_bound(b.begin(), b.end(), y);
+                i = std::max(0, int(it - b.begin()) - 1);
+                if (i >= intervals)
+                    i = intervals - 1;
+            }
+        } else {
+            for (int k = 0; k < intervals; ++k) {
+                if (!(y < b[std::size_t(k)] || y > b[std::size_t(k) + 1])) {
+                    i = k;
+                    break;
+                }
+            }
+        }
+        if (i < 0)
+            continue;
+        const std::size_t s = std::size_t(i);
+        ++count[s];
+        sumX[s] += p.x();
+        sumY[s] += y;
+        if (third != kNoValue)
+            sumThird[s] += third;
+        rowIntervals[std::size_t(row)] = i;
+    }
+
+    const QString name = m_data ? m_data->name() : QString();
+    const QString interfaceName = m_data ? m_data->interfaceName() : QString();
+    m_decimationData = new MatrixData(name, 0, 1, QVariant::PointF, true);
+    m_decimationData->setRegistry(m_nodeX ? m_nodeX->registry() : nullptr);
+    m_decimationData->setUnitManager(m_unitCategory);
+    m_decimationData->setInterfaceName(interfaceName);
+    m_decimationCount = new MatrixData(name, 0, 1, QVariant::PointF, true);
+    m_decimationCount->setRegistry(m_data ? m_data->registry() : nullptr);
+    m_decimationCount->setUnitManager(UnitRegistry::CATEGORY_DIMENSIONLESS);
+    m_decimationCount->setInterfaceName(interfaceName);
+    m_decimationAngle.clear();
+
+    const QString xName = m_nodeX ? m_nodeX->name() : QString();
+    const bool orientation = xName.contains(QLatin1String("dip"), Qt::CaseInsensitive)
+                             || xName.contains(QLatin1String("azimuth"), Qt::CaseInsensitive);
+    std::vector<int> outputRow(count.size(), -1);
+    std::vector<double> meanY;
+    int k = 0;
+    for (int i = 0; i < intervals; ++i) {
+        const std::size_t s = std::size_t(i);
+        if (count[s] == 0)
+            continue;
+        const double c = double(count[s]);
+        const double my = sumY[s] / c;
+        QPointF average(sumX[s] / c, my);
+        if (orientation) {
+            calculateMeanDirection(true, false, rowIntervals.data(), i);
+            average.setX(m_meanPrincipalPlane.x());
+            m_decimationAngle.push_back(m_meanPrincipalPlane.y());
+        } else if (m_tadpoleAttributeIsOn) {
+            m_decimationAngle.push_back(sumThird[s] / c);
+        }
+        m_decimationData->setValue(k, 0, QVariant(average));
+        m_decimationCount->setValue(k, 0, QVariant(QPointF(c, (b[s] + b[s + 1]) * 0.5)));
+        outputRow[s] = k;
+        meanY.push_back(my);
+        ++k;
+    }
+    m_decimationData->resetRowCount(false);
+    m_decimationCount->resetRowCount(false);
+
+    m_decimationTableRows.assign(std::size_t(k), -1);
+    std::vector<double> best(std::size_t(k), 1e27);
+    for (int row = 0; row < rows; ++row) {
+        const int i = rowIntervals[std::size_t(row)];
+        if (i < 0)
+            continue;
+        if (!readPoint(m_data, column, row, p))
+            continue;
+        const std::size_t out = std::size_t(outputRow[std::size_t(i)]);
+        const double d = std::fabs(meanY[out] - p.y());
+        if (d < best[out]) {
+            best[out] = d;
+            m_decimationTableRows[out] = tableRow(row);
+        }
+    }
+}
+
+} // namespace rkBase
