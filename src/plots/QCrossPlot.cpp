@@ -36,99 +36,6 @@ QPen makePen(const QColor& colour, double width, Qt::PenStyle style = Qt::SolidL
     return pen;
 }
 
-// The scenario operations of the model and of a line field are reached through these, so that
-// the surface also builds against a field that does not offer an operation yet: the overload
-// taking int wins whenever the call it names exists.
-template <class F>
-auto pickLines(F& field, const QPointF& p, double eps, int) -> decltype(field.pickHorizontalLines(p, eps), std::vector<int>())
-{
-    const auto picked = field.pickHorizontalLines(p, eps);
-    return std::vector<int>(picked.begin(), picked.end());
-}
-template <class F>
-std::vector<int> pickLines(F&, const QPointF&, double, long)
-{
-    return {};
-}
-
-template <class F>
-auto lineSelected(const F& field, int i, int) -> decltype(bool(field.isSelected(i)))
-{
-    return field.isSelected(i);
-}
-template <class F>
-bool lineSelected(const F&, int, long)
-{
-    return false;
-}
-
-template <class F>
-auto somethingSelected(const F& field, int) -> decltype(bool(field.isSomethingSelected()))
-{
-    return field.isSomethingSelected();
-}
-template <class F>
-bool somethingSelected(const F&, long)
-{
-    return false;
-}
-
-template <class M>
-auto eraseBoundary(M& model, const QPointF& p, double eps, int) -> decltype(bool(model.eraseIntervalBoundary(p, eps)))
-{
-    return model.eraseIntervalBoundary(p, eps);
-}
-template <class M>
-bool eraseBoundary(M&, const QPointF&, double, long)
-{
-    return false;
-}
-
-template <class M>
-auto insertBoundary(M& model, double depth, double eps, int) -> decltype(model.insertIntervalBoundary(depth, eps), void())
-{
-    model.insertIntervalBoundary(depth, eps);
-}
-template <class M>
-void insertBoundary(M&, double, double, long)
-{
-}
-
-template <class M>
-auto activeField(M& model, int) -> decltype(static_cast<DepthLineField*>(model.structuralTops()))
-{
-    return model.structuralTops();
-}
-template <class M>
-DepthLineField* activeField(M& model, long)
-{
-    const auto& scenarios = model.structuralTopsScenarios();
-    const int active = model.activeScenario();
-    return active >= 0 && active < int(scenarios.size()) ? scenarios[std::size_t(active)] : nullptr;
-}
-
-// The display switches of a line field, with the defaults a new field has.
-#define RK_FIELD_FLAG(name, fallback)                                                                                 \
-    template <class F>                                                                                                 \
-    auto name(const F& field, int) -> decltype(bool(field.name()))                                                     \
-    {                                                                                                                  \
-        return field.name();                                                                                           \
-    }                                                                                                                  \
-    template <class F>                                                                                                 \
-    bool name(const F&, long)                                                                                          \
-    {                                                                                                                  \
-        return fallback;                                                                                               \
-    }
-RK_FIELD_FLAG(showHorizons, true)
-RK_FIELD_FLAG(showFaults, true)
-RK_FIELD_FLAG(showAverageOrientations, true)
-RK_FIELD_FLAG(showStructuralPlanes, true)
-RK_FIELD_FLAG(showHorizonLabels, true)
-RK_FIELD_FLAG(showFaultLabels, true)
-RK_FIELD_FLAG(showAverageOrientationLabels, false)
-RK_FIELD_FLAG(showStructuralPlaneLabels, true)
-#undef RK_FIELD_FLAG
-
 // Line types by their stored numbers: 0 to 2 planes, 3 horizon, 4 fault, 5 bin boundary, 6 top.
 int typeAt(const DepthLineField& field, std::size_t i)
 {
@@ -333,7 +240,19 @@ void QCrossPlot::horizontalGridLinesChanged(const QList<int>& lines)
 
 void QCrossPlot::slotDeleteSelected() { emit sendDeleteSelectedUpdate(); }
 
-DepthLineField* QCrossPlot::structuralTops() const { return m_model ? activeField(*m_model, 0) : nullptr; }
+DepthLineField* QCrossPlot::structuralTops() { return m_model ? m_model->structuralTops() : nullptr; }
+
+bool QCrossPlot::takeIntervalBoundary()
+{
+    if (!m_model)
+        return false;
+    // The model erases what lies within the tolerance; a boundary was taken if the filter shrank.
+    const DepthLineField* filter = m_model->intervalFilter();
+    const std::size_t before = filter ? filter->lineDepths().size() : 0;
+    m_model->eraseIntervalBoundary(mouseDataPoint(), pickingEpsY());
+    filter = m_model->intervalFilter();
+    return filter && filter->lineDepths().size() < before;
+}
 
 // ---- the chart ----
 
@@ -667,11 +586,11 @@ void QCrossPlot::drawStructuralTops(DepthLineField* field, bool, QPainter* paint
     const int domain = int(field->domainType());
     for (std::size_t i = 0; i < depths.size(); ++i) {
         const int type = typeAt(*field, i);
-        const bool selected = lineSelected(*field, int(i), 0);
+        const bool selected = field->isSelected(int(i));
         const QColor colour = colourAt(*field, i);
         const bool plane = isPlane(type);
-        const bool drawn = (showHorizons(*field, 0) && isHorizonOrTop(type)) || (showFaults(*field, 0) && type == 4)
-                           || (showStructuralPlanes(*field, 0) && domain == 1 && plane);
+        const bool drawn = (field->showHorizons() && isHorizonOrTop(type)) || (field->showFaults() && type == 4)
+                           || (field->showStructuralPlanes() && domain == 1 && plane);
         if (drawn) {
             QColor pen = colour;
             if (selected)
@@ -684,10 +603,10 @@ void QCrossPlot::drawStructuralTops(DepthLineField* field, bool, QPainter* paint
                 painter->drawLine(line);
         }
         const QString name = i < names.size() ? names[i] : QString();
-        if ((showHorizonLabels(*field, 0) && isHorizonOrTop(type)) || (showFaultLabels(*field, 0) && type == 4))
+        if ((field->showHorizonLabels() && isHorizonOrTop(type)) || (field->showFaultLabels() && type == 4))
             drawLabel(painter, QPointF(m_minPoint.x(), depths[i]), name);
         const double x = i < xs.size() ? xs[i] : m_minPoint.x();
-        if (showStructuralPlanes(*field, 0) && plane) {
+        if (field->showStructuralPlanes() && plane) {
             const QPointF pixel = transformInPixelPoint(QPointF(x, depths[i]));
             if (finite(pixel)) {
                 painter->setPen(selected ? makePen(Qt::yellow, 2.0) : makePen(Qt::black, 1.0));
@@ -695,7 +614,7 @@ void QCrossPlot::drawStructuralTops(DepthLineField* field, bool, QPainter* paint
                 drawCircle(pixel, 4, painter);
             }
         }
-        if (showStructuralPlaneLabels(*field, 0) && plane)
+        if (field->showStructuralPlaneLabels() && plane)
             drawLabel(painter, QPointF(x, depths[i]), name);
     }
     drawStructuralOrientation(field, painter);
@@ -716,11 +635,11 @@ void QCrossPlot::drawStructuralOrientation(DepthLineField* field, QPainter* pain
         const QPointF anchor(right, transformInPixelPoint(QPointF(m_maxPoint.x(), depths[i])).y());
         if (!finite(anchor))
             continue;
-        if (showAverageOrientations(*field, 0)) {
+        if (field->showAverageOrientations()) {
             painter->setPen(makePen(m_labelColor, 2.0));
             drawTadPole(anchor, o.x(), Qt::lightGray, 5, painter);
         }
-        if (showAverageOrientationLabels(*field, 0)) {
+        if (field->showAverageOrientationLabels()) {
             const QString text = QStringLiteral("(") + QString::number(o.x(), 'f', 2) + QStringLiteral(",")
                                  + QString::number(o.y(), 'f', 2) + QStringLiteral(")");
             drawLabel(painter, transformInDataPoint(anchor - QPointF(m_xOffsetPixels, m_yOffsetPixels)), text);
@@ -778,7 +697,7 @@ void QCrossPlot::mousePressEvent(QMouseEvent* event)
         m_model->clearSelection();
     m_mousePickingPos = event->localPos();
     if (m_dataCreationType == CreateIntervalBoundary) {
-        m_intervalBoundaryHeld = m_model && eraseBoundary(*m_model, mouseDataPoint(), pickingEpsY(), 0);
+        m_intervalBoundaryHeld = takeIntervalBoundary();
         if (m_intervalBoundaryHeld)
             m_redrawNeeded = true;
     } else if (m_dataCreationType == CreateStructuralTops) {
@@ -818,7 +737,7 @@ void QCrossPlot::mouseReleaseEvent(QMouseEvent* event)
         return;
     if (m_dataCreationType == CreateIntervalBoundary) {
         if (m_model)
-            insertBoundary(*m_model, mouseDataPoint().y(), pickingEpsY(), 0);
+            m_model->insertIntervalBoundary(mouseDataPoint().y(), pickingEpsY());
         m_intervalBoundaryHeld = false;
         m_redrawNeeded = true;
         update();
@@ -893,9 +812,9 @@ void QCrossPlot::pickStructuralTops()
     DepthLineField* field = structuralTops();
     if (!field)
         return;
-    const std::vector<int> picked = pickLines(*field, d, pickingEpsY(), 0);
+    const std::vector<int> picked = field->pickHorizontalLines(d, pickingEpsY());
     m_structuralTopsHeld = !picked.empty();
-    if (!somethingSelected(*field, 0) && picked.empty())
+    if (!field->isSomethingSelected() && picked.empty())
         emit sendInsertScatUpdate(d);
     else
         emit sendScatPickPos(picked);
@@ -923,7 +842,7 @@ void QCrossPlot::addToContextMenuEvent(QMenu* menu)
     if (!menu || !m_renameAction || m_dataCreationType == SelectDataPoints)
         return;
     DepthLineField* field = structuralTops();
-    if (!field || !somethingSelected(*field, 0))
+    if (!field || !field->isSomethingSelected())
         return;
     menu->addSeparator();
     menu->addAction(m_renameAction);
@@ -960,7 +879,7 @@ void QCrossPlot::moveStructuralTops(const QPointF& previousPixel)
 
 void QCrossPlot::removeIntervalBoundary()
 {
-    m_intervalBoundaryHeld = m_model && eraseBoundary(*m_model, mouseDataPoint(), pickingEpsY(), 0);
+    m_intervalBoundaryHeld = takeIntervalBoundary();
 }
 
 } // namespace rkBase

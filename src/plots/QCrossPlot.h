@@ -166,8 +166,10 @@ protected:
     void drawStructuralTops(DepthLineField* field, bool held, QPainter* painter);
     void drawStructuralOrientation(DepthLineField* field, QPainter* painter);
     void pickStructuralTops();
-    // The active scenario of the model, or null.
-    DepthLineField* structuralTops() const;
+    // The active scenario of the model (created when the model has none), or null without a model.
+    DepthLineField* structuralTops();
+    // Erases the interval boundary under the mouse; whether there was one.
+    bool takeIntervalBoundary();
 
 private:
     // Everything from the tops to the centroids, in the order both pictures share.

@@ -40,27 +40,20 @@ public:
     std::unique_ptr<MatrixData> x, y;
 };
 
-// A scenario filled by hand, as a reader or the picking tools would leave it.
+// A scenario as the picking tools leave it: lines in depth order, one colour and type each.
 class Scenario : public DepthLineField
 {
 public:
     Scenario() : DepthLineField(QStringLiteral("test")) {}
     void add(double depth, DataType type, const QColor& colour, double x = 0.0)
     {
-        m_linesX.push_back(x);
-        m_lineDepths.push_back(depth);
-        m_lineNames.push_back(QStringLiteral("L%1").arg(m_lineDepths.size()));
-        m_lineColors.push_back(colour);
-        m_lineTypes.push_back(type);
-        m_selected.push_back(false);
-        m_lineOrientations.push_back(QPointF(-1.0, -1.0));
-        m_originalRowPos.push_back(-1);
-        m_originalDepthChanged.push_back(false);
+        insertHorizontalLine(x, depth, QStringLiteral("L%1").arg(lineDepths().size() + 1), colour, type, 1e-6,
+                             QPointF(-1.0, -1.0), -1);
     }
     void setDomain(DomainType type, int transparency)
     {
-        m_domainType = type;
-        m_domainTransparency = transparency;
+        setDomainType(type);
+        setDomainTransparency(transparency);
     }
 };
 
@@ -91,6 +84,7 @@ public:
         return device.calls();
     }
     void drawEquation(QPainter* painter) { drawRegressionEquation(painter); }
+    void drawIntervalBoundariesOn(QPainter* painter) { drawIntervalBoundaries(painter); }
 };
 
 // What a recorded call drew, by its pen: the chart's layers have their own colours.
@@ -177,6 +171,8 @@ private slots:
     void shortLassoClears_data();
     void shortLassoClears();
     void pickingLimits();
+    void topsFollowTheMouse();
+    void intervalBoundaries();
     void stateRules();
 };
 
@@ -507,14 +503,21 @@ void TestCrossPlot::topsPens_data()
     QTest::addColumn<int>("domain");
     QTest::addColumn<int>("transparency");
     QTest::addColumn<int>("type");
+    QTest::addColumn<bool>("selected");
+    QTest::addColumn<bool>("hideFaults");
     QTest::addColumn<QStringList>("lines");
-    QTest::newRow("horizon in its colour") << 0 << 180 << int(T::Horizon) << QStringList{"lines 0,20-200,20 | pen #ff0000ff 2"};
-    QTest::newRow("opaque domains draw black") << 0 << 200 << int(T::Top) << QStringList{"lines 0,20-200,20 | pen #ff000000 2"};
-    QTest::newRow("no domains draw black") << 2 << 0 << int(T::Fault) << QStringList{"lines 0,20-200,20 | pen #ff000000 2"};
+    const QStringList blue{"lines 0,20-200,20 | pen #ff0000ff 2"}, black{"lines 0,20-200,20 | pen #ff000000 2"};
+    QTest::newRow("horizon in its colour") << 0 << 180 << int(T::Horizon) << false << false << blue;
+    QTest::newRow("selected is yellow") << 2 << 180 << int(T::Horizon) << true << false
+                                        << QStringList{"lines 0,20-200,20 | pen #ffffff00 2"};
+    QTest::newRow("opaque domains draw black") << 0 << 200 << int(T::Top) << false << false << black;
+    QTest::newRow("no domains draw black") << 2 << 0 << int(T::Fault) << false << false << black;
+    QTest::newRow("hidden fault") << 0 << 180 << int(T::Fault) << false << true << QStringList{};
+    QTest::newRow("hidden faults leave tops") << 0 << 180 << int(T::Top) << false << true << blue;
     // A plane is a line only among structural domains; elsewhere only its mark shows.
-    QTest::newRow("plane among domains") << 1 << 180 << int(T::AxialPlane) << QStringList{"lines 0,20-200,20 | pen #ff0000ff 2"};
-    QTest::newRow("plane in stratigraphy") << 0 << 180 << int(T::AxialPlane) << QStringList{};
-    QTest::newRow("bin boundary") << 0 << 180 << int(T::IntervalBoundary) << QStringList{};
+    QTest::newRow("plane among domains") << 1 << 180 << int(T::AxialPlane) << false << false << blue;
+    QTest::newRow("plane in stratigraphy") << 0 << 180 << int(T::AxialPlane) << false << false << QStringList{};
+    QTest::newRow("bin boundary") << 0 << 180 << int(T::IntervalBoundary) << false << false << QStringList{};
 }
 
 void TestCrossPlot::topsPens()
@@ -522,10 +525,15 @@ void TestCrossPlot::topsPens()
     QFETCH(int, domain);
     QFETCH(int, transparency);
     QFETCH(int, type);
+    QFETCH(bool, selected);
+    QFETCH(bool, hideFaults);
     QFETCH(QStringList, lines);
     Scenario field;
     field.setDomain(DepthLineField::DomainType(domain), transparency);
     field.add(10.0, DepthLineField::DataType(type), Qt::blue, 50.0);
+    if (selected)
+        field.setSelected({0});
+    field.setShowFaults(!hideFaults);
     Plot plot;
     plot.setOriginPosition(QCrossPlot::OriginTopLeft);
     plot.setBoundaries(QPointF(0, 0), QPointF(100, 50));
@@ -613,6 +621,84 @@ void TestCrossPlot::pickingLimits()
     }
     QCOMPARE(insert.count() + pick.count(), 0);
     QVERIFY(!plot.structuralTopsHeld());
+    // Inside the limits an empty spot asks for a new top there.
+    press(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(50, 40));
+    release(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(50, 40));
+    QCOMPARE(pick.count(), 0);
+    QCOMPARE(insert.count(), 1);
+    QCOMPARE(insert.first().first().toPointF(), QPointF(25, 20));
+}
+
+void TestCrossPlot::topsFollowTheMouse()
+{
+    Points model(kLine);
+    Plot plot;
+    plot.setModel(&model);
+    plot.setOriginPosition(QCrossPlot::OriginTopLeft);
+    plot.setBoundaries(QPointF(0, 0), QPointF(100, 50));
+    plot.setDataCreationType(QCrossPlot::CreateStructuralTops);
+    DepthLineField* tops = model.structuralTops();
+    qRegisterMetaType<std::vector<int>>();
+    tops->insertHorizontalLine(0.0, 20.0, QStringLiteral("A"), Qt::red, DepthLineField::Top, 1e-6, QPointF(-1, -1), -1);
+    tops->insertHorizontalLine(0.0, 30.0, QStringLiteral("B"), Qt::red, DepthLineField::Top, 1e-6, QPointF(-1, -1), -1);
+    QSignalSpy insert(&plot, &QCrossPlot::sendInsertScatUpdate);
+    QSignalSpy pick(&plot, &QCrossPlot::sendScatPickPos);
+    QSignalSpy moved(&plot, &QCrossPlot::sendMoveSelectedUpdate);
+    QSignalSpy stopped(&plot, &QCrossPlot::sendMoveSelectedUpdateStop);
+    // Depth 30 is pixel 60; one pixel off is within the three-pixel tolerance.
+    press(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(70, 61));
+    QCOMPARE(pick.count(), 1);
+    QCOMPARE(pick.first().first().value<std::vector<int>>(), std::vector<int>{1});
+    QVERIFY(plot.structuralTopsHeld());
+    send(&plot, QEvent::MouseMove, Qt::LeftButton, Qt::NoModifier, QPoint(70, 71));
+    QCOMPARE(moved.count(), 1);
+    QCOMPARE(moved.first().first().toPointF(), QPointF(0, 5));
+    release(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(70, 71));
+    QCOMPARE(stopped.count(), 1);
+    QVERIFY(!plot.structuralTopsHeld());
+    // With a line selected, a click on an empty spot reports the (empty) pick, not an insert.
+    press(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(70, 90));
+    QCOMPARE(insert.count(), 0);
+    QCOMPARE(pick.count(), 2);
+    QVERIFY(pick.last().first().value<std::vector<int>>().empty());
+}
+
+void TestCrossPlot::intervalBoundaries()
+{
+    Points model(kLine);
+    Plot plot;
+    plot.setModel(&model);
+    plot.setOriginPosition(QCrossPlot::OriginTopLeft);
+    plot.setBoundaries(QPointF(0, 0), QPointF(100, 50));
+    plot.setDataCreationType(QCrossPlot::CreateIntervalBoundary);
+    auto depths = [&] {
+        return model.intervalFilter() ? model.intervalFilter()->lineDepths() : std::vector<double>();
+    };
+    // A click puts a boundary down; a second one elsewhere adds another.
+    press(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(30, 20));
+    QVERIFY(!plot.intervalBoundaryHeld());
+    release(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(30, 20));
+    press(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(30, 80));
+    release(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(30, 80));
+    QCOMPARE(depths(), (std::vector<double>{10.0, 40.0}));
+    // A press on a boundary takes it; it goes down where the button comes up.
+    press(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(30, 21));
+    QVERIFY(plot.intervalBoundaryHeld());
+    QCOMPARE(depths(), std::vector<double>{40.0});
+    send(&plot, QEvent::MouseMove, Qt::LeftButton, Qt::NoModifier, QPoint(30, 50));
+    release(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(30, 50));
+    QVERIFY(!plot.intervalBoundaryHeld());
+    QCOMPARE(depths(), (std::vector<double>{25.0, 40.0}));
+    // The boundaries show as red lines across the plot, the metafile leaves them out.
+    plot.setIntervalBoundaries(true);
+    PaintRecorder device(QSize(201, 101));
+    {
+        QPainter painter(&device);
+        plot.drawIntervalBoundariesOn(&painter);
+    }
+    QCOMPARE(device.calls(), (QStringList{"lines 0,50-200,50 | pen #ffff0000 2 | brush none",
+                                          "lines 0,80-200,80 | pen #ffff0000 2 | brush none"}));
+    QVERIFY(plot.record().filter(QStringLiteral("0,50-200,50")).isEmpty());
 }
 
 void TestCrossPlot::stateRules()
