@@ -468,7 +468,9 @@ void QCrossPlot::drawDecimationData(QPainter* painter)
         const QPointF pixel = transformInPixelPoint(v.toPointF());
         if (!finite(pixel))
             continue;
-        if (tadpoles && std::size_t(row) < angles.size())
+        // A mean without an orientation still shows, as a circle.
+        if (tadpoles && std::size_t(row) < angles.size() && std::isfinite(angles[std::size_t(row)])
+            && angles[std::size_t(row)] != kNoValue)
             drawTadPole(pixel, angles[std::size_t(row)], m_highlightFillColor, 4, painter);
         else
             drawCircle(pixel, 4, painter);
