@@ -56,12 +56,20 @@ QCrossPlot::QCrossPlot(QWidget* parent, QWidget* owner)
     m_showModifyAction = true;
     m_labelColor = Qt::black;
     setMouseTracking(true);
-    const QBitmap cursor(QStringLiteral(":/rkBaseQt/Resources/CrossCursor.bmp"));
-    const QBitmap mask(QStringLiteral(":/rkBaseQt/Resources/CrossCursorMask.bmp"));
-    if (!cursor.isNull() && !mask.isNull() && cursor.size() == mask.size())
-        m_crossCursor = std::make_unique<QCursor>(cursor, mask, 16, 16);
-    else
-        m_crossCursor = std::make_unique<QCursor>(Qt::CrossCursor);
+}
+
+QCursor* QCrossPlot::crossCursor()
+{
+    // Made on first use: a plot that never picks needs no bitmaps on the display.
+    if (!m_crossCursor) {
+        const QBitmap cursor(QStringLiteral(":/rkBaseQt/Resources/CrossCursor.bmp"));
+        const QBitmap mask(QStringLiteral(":/rkBaseQt/Resources/CrossCursorMask.bmp"));
+        if (!cursor.isNull() && !mask.isNull() && cursor.size() == mask.size())
+            m_crossCursor = std::make_unique<QCursor>(cursor, mask, 16, 16);
+        else
+            m_crossCursor = std::make_unique<QCursor>(Qt::CrossCursor);
+    }
+    return m_crossCursor.get();
 }
 
 QCrossPlot::~QCrossPlot()
@@ -781,7 +789,7 @@ void QCrossPlot::enterEvent(QEvent* event)
     QChartDrawingArea::enterEvent(event);
     if (m_dataCreationType != SelectDataPoints) {
         if (!m_cursorOverridden)
-            QApplication::setOverrideCursor(*m_crossCursor);
+            QApplication::setOverrideCursor(*crossCursor());
         m_cursorOverridden = true;
     } else if (m_cursorOverridden) {
         QApplication::restoreOverrideCursor();

@@ -109,7 +109,8 @@ public:
     QList<int> verticalGridLines() const { return m_verticalGridLines; }
     QList<int> horizontalGridLines() const { return m_horizontalGridLines; }
     QPolygonF selectionPolygon() const { return m_selectionPolygon; }
-    QCursor* crossCursor() const { return m_crossCursor.get(); }
+    // The cursor of the picking modes (a cross with a hot spot in its middle), made on first use.
+    QCursor* crossCursor();
 
     // ---- structural tops ----
     void setScatContextMenu();
