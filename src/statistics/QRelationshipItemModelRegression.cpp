@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace rkBase {
 
@@ -42,15 +43,29 @@ void QRelationshipItemModel::calculateRegressionLine(double& slope, double& inte
     const int rows = m_data->validValueRowCount();
     const bool filtered = m_partSelection && m_displayType == HighlightSelected;
 
+    // Raw cells where the list is a typed point column: the walk touches a million points twice.
+    const QPointF* cells = column ? column->pointData() : nullptr;
+    const std::uint8_t* valid = column ? column->validData() : nullptr;
+    const int stored = column ? std::min(rows, column->size()) : rows;
+    const auto take = [&](int row, QPointF& p) {
+        if (filtered && !isSelected(row))
+            return false;
+        if (cells) {
+            if (!valid[row])
+                return false;
+            p = cells[row];
+            return true;
+        }
+        return readPoint(m_data, column, row, p);
+    };
+
     double sumX = 0.0;
     double sumY = 0.0;
     long long n = 0;
     bool vertical = true;
     QPointF p;
-    for (int row = 0; row < rows; ++row) {
-        if (filtered && !isSelected(row))
-            continue;
-        if (!readPoint(m_data, column, row, p))
+    for (int row = 0; row < stored; ++row) {
+        if (!take(row, p))
             continue;
         sumX += p.x();
         sumY += p.y();
@@ -71,10 +86,8 @@ void QRelationshipItemModel::calculateRegressionLine(double& slope, double& inte
     double sxy = 0.0;
     double sxx = 0.0;
     double syy = 0.0;
-    for (int row = 0; row < rows; ++row) {
-        if (filtered && !isSelected(row))
-            continue;
-        if (!readPoint(m_data, column, row, p))
+    for (int row = 0; row < stored; ++row) {
+        if (!take(row, p))
             continue;
         const double dx = p.x() - mx;
         const double dy = p.y() - my;

@@ -21,7 +21,8 @@ struct Loaded {
 };
 
 // Rows of (x, y); a NaN coordinate leaves that cell blank.
-Loaded load(const QVector<QPointF>& rows, Model::DisplayType type = Model::ShowAll, const std::vector<int>& selected = {})
+Loaded load(const QVector<QPointF>& rows, Model::DisplayType type = Model::ShowAll,
+            const std::vector<int>& selected = {})
 {
     Loaded l;
     l.root.reset(new MatrixData(QStringLiteral("root"), -1, -1, QVariant::String, true));
@@ -115,7 +116,8 @@ void TestRegression::againstLeastSquares()
     double a, b, r;
     reference(finite, a, b, r);
     QVERIFY2(std::fabs(slope - a) <= 1e-9 * std::max(1.0, std::fabs(a)), qPrintable(QString::number(slope - a)));
-    QVERIFY2(std::fabs(intercept - b) <= 1e-7 * std::max(1.0, std::fabs(b)), qPrintable(QString::number(intercept - b)));
+    QVERIFY2(std::fabs(intercept - b) <= 1e-7 * std::max(1.0, std::fabs(b)),
+             qPrintable(QString::number(intercept - b)));
     QVERIFY2(std::fabs(coefficient - r) <= 1e-9, qPrintable(QString::number(coefficient - r)));
 }
 

@@ -50,6 +50,9 @@ public:
     bool point(int row, QPointF& out) const;
     // False for a row out of range or a column that does not hold points.
     bool setPoint(int row, const QPointF& value);
+    // The contiguous cells of a point column (read with validData()), for walks over millions
+    // of points; null for columns of other kinds. Valid until the column is resized or retyped.
+    const QPointF* pointData() const { return m_store == Store::Point ? m_point.data() : nullptr; }
 
     void insertBlank(int row, int count = 1);
     void erase(int row, int count = 1);
