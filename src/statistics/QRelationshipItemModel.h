@@ -348,6 +348,11 @@ public:
                                             int* subsetIds, int subsetId);
     static void freeCharacteristicMatrix(double** matrix);
     void calculateMeanDirection(bool isPole, bool biasCorrect, int* subsetIds, int subsetId);
+    // calculateMeanDirection(isPole, false, subsetIds, i) for every i below subsets in one walk;
+    // meanPrincipalPlanes[i] is the mean principal plane after subset i, and the result fields
+    // are left as the last of those calls leaves them.
+    void calculateMeanDirectionsBySubset(bool isPole, const int* subsetIds, int subsets,
+                                         std::vector<QPointF>& meanPrincipalPlanes);
     void calculateFisherStatistics(double& meanResultantLength, double& variance, double& kappa, double& e1,
                                    double& e2, double& e3, double& normalizedResultant, double& K, double& C,
                                    double& lnE3E2, double& lnE2E1, double& confidenceRadius, bool& unimodal,
@@ -405,6 +410,7 @@ protected:
     // The cosine term of the normalised Terzaghi weight.
     double terzaghiCosine(QPointF const& point) const;
     // Accumulation over one node; the public initialiseCharacteristicMatrix wraps it.
+    void storeMeanDirection(bool isPole, double m[3][3], const double s[3]);
     void accumulateOrientationMatrix(MatrixData* data, bool isPole, double matrix[3][3], double sums[3], int& count,
                                      double& weightSum, bool biasCorrect, int* subsetIds, int subsetId);
     // ---- end of numeric helpers ----

@@ -188,6 +188,9 @@ void QRelationshipItemModel::generateDataDecimation()
     const bool orientation = xName.contains(QLatin1String("dip"), Qt::CaseInsensitive)
                              || xName.contains(QLatin1String("azimuth"), Qt::CaseInsensitive);
     std::vector<int> outputRow(count.size(), -1);
+    std::vector<QPointF> planes;
+    if (orientation)
+        calculateMeanDirectionsBySubset(true, rowIntervals.data(), intervals, planes);
     std::vector<double> meanY;
     int k = 0;
     for (int i = 0; i < intervals; ++i) {
@@ -198,9 +201,8 @@ void QRelationshipItemModel::generateDataDecimation()
         const double my = sumY[s] / c;
         QPointF average(sumX[s] / c, my);
         if (orientation) {
-            calculateMeanDirection(true, false, rowIntervals.data(), i);
-            average.setX(m_meanPrincipalPlane.x());
-            m_decimationAngle.push_back(m_meanPrincipalPlane.y());
+            average.setX(planes[s].x());
+            m_decimationAngle.push_back(planes[s].y());
         } else if (m_tadpoleAttributeIsOn) {
             m_decimationAngle.push_back(sumThird[s] / c);
         }

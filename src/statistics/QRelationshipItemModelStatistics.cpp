@@ -287,7 +287,60 @@ void QRelationshipItemModel::calculateMeanDirection(bool isPole, bool biasCorrec
     accumulateOrientationMatrix(m_data, isPole, m, s, count, weightSum, biasCorrect, subsetIds, subsetId);
     if (count == 0)
         return;
+    storeMeanDirection(isPole, m, s);
+}
 
+void QRelationshipItemModel::calculateMeanDirectionsBySubset(bool isPole, const int* subsetIds, int subsets,
+                                                             std::vector<QPointF>& meanPrincipalPlanes)
+{
+    // One walk for every subset, where calling calculateMeanDirection per subset walks the whole
+    // list each time. Each subset then takes its results in order, as those calls would: a subset
+    // without points leaves the results of the one before it.
+    meanPrincipalPlanes.assign(std::size_t(std::max(subsets, 0)), QPointF());
+    if (!subsetIds || subsets <= 0 || !m_data)
+        return;
+    std::vector<OrientationTotals> totals(static_cast<std::size_t>(subsets));
+    MatrixData* azimuthNode = m_dataRoot ? m_dataRoot->getNodeFromName(QStringLiteral("azimuth")) : nullptr;
+    const bool tableRows = m_tableRow != nullptr;
+    for (int row = 0; row < m_data->validValueRowCount(); ++row) {
+        const int subset = subsetIds[row];
+        if (subset < 0 || subset >= subsets)
+            continue;
+        QPointF point;
+        if (!readOrientation(m_data, row, point))
+            continue;
+        const double azimuthValue = (row < m_numberOfTableRows) ? azimuth(row, azimuthNode) : kNoValue;
+        if (azimuthValue == kNoValue)
+            continue;
+        gdfVertex v;
+        if (isPole)
+            poleInCartesianCoord(point.x(), azimuthValue, v.x(), v.y(), v.z());
+        else
+            v = lineVector(point.x(), azimuthValue);
+        if (m_triangleAreaData && tableRows && row < m_numberOfTableRows) {
+            const int tableRow = m_tableRow[row];
+            const QVariant area = tableRow >= 0 ? m_triangleAreaData->value(tableRow, 0) : QVariant();
+            bool ok = false;
+            const double a = area.isValid() && !area.isNull() ? area.toDouble(&ok) : 0.0;
+            if (ok && std::isfinite(a))
+                v = v * a;
+        }
+        totals[std::size_t(subset)].add(v.x(), v.y(), v.z());
+    }
+    for (int i = 0; i < subsets; ++i) {
+        const OrientationTotals& t = totals[std::size_t(i)];
+        if (t.count > 0) {
+            double m[3][3];
+            double s[3];
+            t.writeTo(m, s);
+            storeMeanDirection(isPole, m, s);
+        }
+        meanPrincipalPlanes[std::size_t(i)] = m_meanPrincipalPlane;
+    }
+}
+
+void QRelationshipItemModel::storeMeanDirection(bool isPole, double m[3][3], const double s[3])
+{
     const double r = std::sqrt(s[0] * s[0] + s[1] * s[1] + s[2] * s[2]);
     const double plunge = rkUtils::asin(s[2] / r) * kRadToDeg;
     double azimuth = rkUtils::acos((s[0] / r) / std::cos(plunge * kDegToRad)) * kRadToDeg;
