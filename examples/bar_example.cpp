@@ -7,7 +7,7 @@
 //   sample names, which turn upright and are thinned out.
 //
 //   rk_bar_example OUT_DIR [--data FILE.csv]
-#include "CsvSheetReader.h"
+#include "GalleryArguments.h"
 
 #include <BarDiagramData.h>
 #include <MatrixData.h>
@@ -37,22 +37,14 @@ bool save(QBarDiagramWidget& chart, const BarDiagramData& data, QBarDiagramWidge
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    GalleryArguments::useOffscreenUnlessSet();
     QApplication app(argc, argv);
-    const QStringList args = app.arguments();
-    if (args.size() < 2) {
-        std::fprintf(stderr, "usage: rk_bar_example OUT_DIR [--data FILE.csv]\n");
+    GalleryArguments gallery;
+    if (!gallery.parse(app.arguments(), "rk_bar_example", QStringLiteral(RK_SAMPLE_DATA)))
         return 2;
-    }
-    const QDir out(args.at(1));
-    QString file = QStringLiteral(RK_SAMPLE_DATA);
-    const int dataArg = args.indexOf(QStringLiteral("--data"));
-    if (dataArg > 0 && dataArg + 1 < args.size())
-        file = args.at(dataArg + 1);
-
-    CsvSheetReader reader;
-    std::unique_ptr<MatrixData> sheet(reader.read(file, QStringLiteral("Well")));
+    const QDir& out = gallery.out;
+    const QString& file = gallery.data;
+    const std::unique_ptr<MatrixData>& sheet = gallery.sheet;
     auto column = [&sheet](const char* name) {
         return sheet ? sheet->getNodeFromName(QLatin1String(name)) : nullptr;
     };

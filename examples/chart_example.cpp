@@ -6,7 +6,7 @@
 //   rk_chart_example OUT_DIR [--data FILE.csv] [--emf FILE.emf]
 // writes OUT_DIR/drawing_area.png and OUT_DIR/symbols.png (rendered off screen), and with --emf
 // the drawing area as an enhanced metafile, as its metafile copy paints it.
-#include "CsvSheetReader.h"
+#include "GalleryArguments.h"
 
 #include <MatrixData.h>
 #include <MatrixDataArray.h>
@@ -119,22 +119,14 @@ public:
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    GalleryArguments::useOffscreenUnlessSet();
     QApplication app(argc, argv);
-    const QStringList args = app.arguments();
-    if (args.size() < 2) {
-        std::fprintf(stderr, "usage: rk_chart_example OUT_DIR [--data FILE.csv]\n");
+    GalleryArguments gallery;
+    if (!gallery.parse(app.arguments(), "rk_chart_example", QStringLiteral(RK_SAMPLE_DATA)))
         return 2;
-    }
-    const QDir out(args.at(1));
-    QString data = QStringLiteral(RK_SAMPLE_DATA);
-    const int dataArg = args.indexOf(QStringLiteral("--data"));
-    if (dataArg > 0 && dataArg + 1 < args.size())
-        data = args.at(dataArg + 1);
-
-    CsvSheetReader reader;
-    std::unique_ptr<MatrixData> sheet(reader.read(data, QStringLiteral("Well")));
+    const QDir& out = gallery.out;
+    const QString& data = gallery.data;
+    const std::unique_ptr<MatrixData>& sheet = gallery.sheet;
     MatrixData* porosity = sheet ? sheet->getNodeFromName(QStringLiteral("Porosity")) : nullptr;
     MatrixData* depth = sheet ? sheet->getNodeFromName(QStringLiteral("Measured Depth")) : nullptr;
     if (!porosity || !depth) {
@@ -197,6 +189,7 @@ int main(int argc, char** argv)
     grid->setColorMapStepSize(15.0);
 
     bool ok = chart.grab().save(out.filePath(QStringLiteral("drawing_area.png")));
+    const QStringList args = app.arguments();
     const int emfArg = args.indexOf(QStringLiteral("--emf"));
     if (emfArg > 0 && emfArg + 1 < args.size()) {
         const bool written = !chart.toEnhancedMetafile(args.at(emfArg + 1)).isEmpty();

@@ -8,7 +8,7 @@
 //   rk_crossplot_example OUT_DIR [--data FILE.csv]
 // writes OUT_DIR/crossplot_porosity.png, crossplot_dip_tops.png and crossplot_intervals.png
 // (rendered off screen).
-#include "CsvSheetReader.h"
+#include "GalleryArguments.h"
 
 #include <DepthLineField.h>
 #include <MatrixData.h>
@@ -99,22 +99,14 @@ void setUp(QCrossPlot& plot, QRelationshipItemModel& model, const QPointF& min, 
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    GalleryArguments::useOffscreenUnlessSet();
     QApplication app(argc, argv);
-    const QStringList args = app.arguments();
-    if (args.size() < 2) {
-        std::fprintf(stderr, "usage: rk_crossplot_example OUT_DIR [--data FILE.csv]\n");
+    GalleryArguments gallery;
+    if (!gallery.parse(app.arguments(), "rk_crossplot_example", QStringLiteral(RK_SAMPLE_DATA)))
         return 2;
-    }
-    const QDir out(args.at(1));
-    QString data = QStringLiteral(RK_SAMPLE_DATA);
-    const int dataArg = args.indexOf(QStringLiteral("--data"));
-    if (dataArg > 0 && dataArg + 1 < args.size())
-        data = args.at(dataArg + 1);
-
-    CsvSheetReader reader;
-    std::unique_ptr<MatrixData> sheet(reader.read(data, QStringLiteral("Well")));
+    const QDir& out = gallery.out;
+    const QString& data = gallery.data;
+    const std::unique_ptr<MatrixData>& sheet = gallery.sheet;
     auto column = [&](const char* name) {
         return sheet ? sheet->getNodeFromName(QString::fromLatin1(name)) : nullptr;
     };

@@ -5,7 +5,7 @@
 //
 //   rk_rose_example OUT_DIR [--data FILE.csv]
 // writes OUT_DIR/rose.png and OUT_DIR/polar.png (rendered off screen).
-#include "CsvSheetReader.h"
+#include "GalleryArguments.h"
 
 #include <MatrixData.h>
 #include <QLegendListModel.h>
@@ -72,22 +72,14 @@ public:
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    GalleryArguments::useOffscreenUnlessSet();
     QApplication app(argc, argv);
-    const QStringList args = app.arguments();
-    if (args.size() < 2) {
-        std::fprintf(stderr, "usage: rk_rose_example OUT_DIR [--data FILE.csv]\n");
+    GalleryArguments gallery;
+    if (!gallery.parse(app.arguments(), "rk_rose_example", QStringLiteral(RK_SAMPLE_DATA)))
         return 2;
-    }
-    const QDir out(args.at(1));
-    QString data = QStringLiteral(RK_SAMPLE_DATA);
-    const int dataArg = args.indexOf(QStringLiteral("--data"));
-    if (dataArg > 0 && dataArg + 1 < args.size())
-        data = args.at(dataArg + 1);
-
-    CsvSheetReader reader;
-    std::unique_ptr<MatrixData> sheet(reader.read(data, QStringLiteral("Well")));
+    const QDir& out = gallery.out;
+    const QString& data = gallery.data;
+    const std::unique_ptr<MatrixData>& sheet = gallery.sheet;
     MatrixData* azimuth = sheet ? sheet->getNodeFromName(QStringLiteral("azimuth")) : nullptr;
     MatrixData* dip = sheet ? sheet->getNodeFromName(QStringLiteral("dip")) : nullptr;
     MatrixData* colour = sheet ? sheet->getNodeFromName(QStringLiteral("Vertex_colour")) : nullptr;

@@ -6,7 +6,7 @@
 //
 //   rk_stereo_example OUT_DIR [--data FILE.csv]
 // writes OUT_DIR/stereonet.png and OUT_DIR/stereonet_wulff.png (rendered off screen).
-#include "CsvSheetReader.h"
+#include "GalleryArguments.h"
 
 #include <KMrandom.h>
 #include <MatrixData.h>
@@ -94,22 +94,14 @@ void configure(GalleryStereonet& net, QRelationshipItemModel& poles, QRelationsh
 
 int main(int argc, char** argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
+    GalleryArguments::useOffscreenUnlessSet();
     QApplication app(argc, argv);
-    const QStringList args = app.arguments();
-    if (args.size() < 2) {
-        std::fprintf(stderr, "usage: rk_stereo_example OUT_DIR [--data FILE.csv]\n");
+    GalleryArguments gallery;
+    if (!gallery.parse(app.arguments(), "rk_stereo_example", QStringLiteral(RK_SAMPLE_DATA)))
         return 2;
-    }
-    const QDir out(args.at(1));
-    QString data = QStringLiteral(RK_SAMPLE_DATA);
-    const int dataArg = args.indexOf(QStringLiteral("--data"));
-    if (dataArg > 0 && dataArg + 1 < args.size())
-        data = args.at(dataArg + 1);
-
-    CsvSheetReader reader;
-    std::unique_ptr<MatrixData> sheet(reader.read(data, QStringLiteral("Well")));
+    const QDir& out = gallery.out;
+    const QString& data = gallery.data;
+    const std::unique_ptr<MatrixData>& sheet = gallery.sheet;
     MatrixData* dip = sheet ? sheet->getNodeFromName(QStringLiteral("dip")) : nullptr;
     MatrixData* azimuth = sheet ? sheet->getNodeFromName(QStringLiteral("azimuth")) : nullptr;
     if (!dip || !azimuth) {
