@@ -1,5 +1,6 @@
 #include "QRelationshipItemModel.h"
 
+#include "ColumnReader.h"
 #include "OrientationConstants.h"
 
 #include "CellColumn.h"
@@ -14,47 +15,6 @@ namespace rkBase {
 using namespace orientation;
 
 namespace {
-
-// Reads column 0 of a source node as finite doubles. Plain Double/Int columns are read from
-// their typed storage, a million rows without one QVariant each; computed nodes (proxies,
-// strike columns, anything a host derives) go through their virtual value().
-class ColumnReader
-{
-public:
-    explicit ColumnReader(const MatrixData* node) : m_node(node)
-    {
-        if (!node)
-            return;
-        const std::type_info& t = typeid(*node);
-        const CellColumn* c = node->cellColumn(0);
-        if ((t == typeid(MatrixData) || t == typeid(MatrixDataArray)) && !node->isGroup() && c
-            && CellColumn::isNumericType(c->type()))
-            m_cells = c;
-    }
-
-    // False for a blank, null, non-numeric or non-finite cell.
-    bool read(int row, double& out) const
-    {
-        if (m_cells) {
-            if (!m_cells->isValid(row))
-                return false;
-            out = m_cells->toDouble(row);
-            return std::isfinite(out);
-        }
-        if (!m_node)
-            return false;
-        const QVariant v = m_node->value(row, 0);
-        if (!v.isValid() || v.isNull())
-            return false;
-        bool ok = false;
-        out = v.toDouble(&ok);
-        return ok && std::isfinite(out);
-    }
-
-private:
-    const MatrixData* m_node = nullptr;
-    const CellColumn* m_cells = nullptr;
-};
 
 // A "SCAT" flag cell: valid, non-null and true.
 bool flagSet(const MatrixData* node, int row)

@@ -12,23 +12,42 @@ namespace rkBase {
 namespace {
 const double kNoValue = 99999.0;
 
-// The points of the list as one typed column; null when the list holds something else.
-const CellColumn* pointColumn(const MatrixData* data)
+// The points of the list, read straight from their cells where the list is a typed point
+// column: the walks here touch a million points two or three times.
+class PointCells
 {
-    const CellColumn* c = data ? data->cellColumn(0) : nullptr;
-    return c && c->type() == QVariant::PointF ? c : nullptr;
-}
+public:
+    explicit PointCells(const MatrixData* data) : m_data(data)
+    {
+        const CellColumn* c = data ? data->cellColumn(0) : nullptr;
+        if (c && c->type() == QVariant::PointF && c->pointData()) {
+            m_cells = c->pointData();
+            m_valid = c->validData();
+            m_size = c->size();
+        }
+    }
 
-bool readPoint(const MatrixData* data, const CellColumn* column, int row, QPointF& p)
-{
-    if (column)
-        return column->point(row, p);
-    const QVariant v = data->value(row, 0);
-    if (!v.isValid() || v.isNull() || !v.canConvert<QPointF>())
-        return false;
-    p = v.toPointF();
-    return true;
-}
+    bool read(int row, QPointF& p) const
+    {
+        if (m_cells) {
+            if (row < 0 || row >= m_size || !m_valid[row])
+                return false;
+            p = m_cells[row];
+            return true;
+        }
+        const QVariant v = m_data->value(row, 0);
+        if (!v.isValid() || v.isNull() || !v.canConvert<QPointF>())
+            return false;
+        p = v.toPointF();
+        return true;
+    }
+
+private:
+    const MatrixData* m_data;
+    const QPointF* m_cells = nullptr;
+    const std::uint8_t* m_valid = nullptr;
+    int m_size = 0;
+};
 } // namespace
 
 void QRelationshipItemModel::calculateRegressionLine(double& slope, double& intercept, double& coefficient)
@@ -39,32 +58,17 @@ void QRelationshipItemModel::calculateRegressionLine(double& slope, double& inte
     // The list's minimum is a point; as a number it reads 0, so the test for a vertical line
     // compares x with 0 and equal x elsewhere go on to the spread test below.
     const double reference = m_data->minValue().toDouble();
-    const CellColumn* column = pointColumn(m_data);
     const int rows = m_data->validValueRowCount();
     const bool filtered = m_partSelection && m_displayType == HighlightSelected;
-
-    // Raw cells where the list is a typed point column: the walk touches a million points twice.
-    const QPointF* cells = column ? column->pointData() : nullptr;
-    const std::uint8_t* valid = column ? column->validData() : nullptr;
-    const int stored = column ? std::min(rows, column->size()) : rows;
-    const auto take = [&](int row, QPointF& p) {
-        if (filtered && !isSelected(row))
-            return false;
-        if (cells) {
-            if (!valid[row])
-                return false;
-            p = cells[row];
-            return true;
-        }
-        return readPoint(m_data, column, row, p);
-    };
+    const PointCells cells(m_data);
+    const auto take = [&](int row, QPointF& p) { return !(filtered && !isSelected(row)) && cells.read(row, p); };
 
     double sumX = 0.0;
     double sumY = 0.0;
     long long n = 0;
     bool vertical = true;
     QPointF p;
-    for (int row = 0; row < stored; ++row) {
+    for (int row = 0; row < rows; ++row) {
         if (!take(row, p))
             continue;
         sumX += p.x();
@@ -86,7 +90,7 @@ void QRelationshipItemModel::calculateRegressionLine(double& slope, double& inte
     double sxy = 0.0;
     double sxx = 0.0;
     double syy = 0.0;
-    for (int row = 0; row < stored; ++row) {
+    for (int row = 0; row < rows; ++row) {
         if (!take(row, p))
             continue;
         const double dx = p.x() - mx;
@@ -131,27 +135,33 @@ void QRelationshipItemModel::generateDataDecimation()
     const int rows = m_data ? m_data->validValueRowCount() : 0;
     std::vector<int> rowIntervals(std::size_t(std::max(rows, 0)), -1);
 
-    // Ascending boundaries let a point find its interval by bisection; any other order keeps
-    // the first-match walk.
+    // Ascending boundaries let a point find its interval from a guess on the evenly spaced
+    // scale (exact for the equal-size and equal-number filters, a few steps off for manual
+    // ones); any other order keeps the first-match walk.
     const bool ascending = std::is_sorted(b.begin(), b.end());
-    const CellColumn* column = pointColumn(m_data);
+    const double first = b.front();
+    const double last = b.back();
+    const double perUnit = ascending && last > first ? intervals / (last - first) : 0.0;
+    const PointCells cells(m_data);
     const bool filtered = m_partSelection && m_displayType == HighlightSelected;
     QPointF p;
     for (int row = 0; row < rows && intervals > 0; ++row) {
         if (filtered && !isSelected(row))
             continue;
         const double third = m_tadpoleAzimuthNode ? azimuthTadPole(row) : kNoValue;
-        if (!readPoint(m_data, column, row, p))
+        if (!cells.read(row, p))
             continue;
         const double y = p.y();
         int i = -1;
         if (ascending) {
-            if (y >= b.front() && y <= b.back()) {
-                // First boundary not below y; the point belongs below it unless it is the first.
-                const auto it = std::lower_bound(b.begin(), b.end(), y);
-                i = std::max(0, int(it - b.begin()) - 1);
-                if (i >= intervals)
-                    i = intervals - 1;
+            if (y >= first && y <= last) {
+                // The interval below the first boundary not below y, or the first interval:
+                // i + 1 boundaries lie below y, or none does.
+                i = std::min(intervals - 1, std::max(0, int((y - first) * perUnit)));
+                while (i > 0 && b[std::size_t(i)] >= y)
+                    --i;
+                while (i + 1 < intervals && b[std::size_t(i) + 1] < y)
+                    ++i;
             }
         } else {
             for (int k = 0; k < intervals; ++k) {
@@ -221,7 +231,7 @@ void QRelationshipItemModel::generateDataDecimation()
         const int i = rowIntervals[std::size_t(row)];
         if (i < 0)
             continue;
-        if (!readPoint(m_data, column, row, p))
+        if (!cells.read(row, p))
             continue;
         const std::size_t out = std::size_t(outputRow[std::size_t(i)]);
         const double d = std::fabs(meanY[out] - p.y());

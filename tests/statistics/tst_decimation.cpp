@@ -115,6 +115,8 @@ private slots:
     void againstPlainAverage();
     void thirdValueOverWholeCount();
     void orientationMeans();
+    void orientationWithoutAzimuth_data();
+    void orientationWithoutAzimuth();
     void nearestTableRow();
 };
 
@@ -176,6 +178,16 @@ void TestDecimation::againstPlainAverage_data()
     QTest::newRow("one line: no interval") << cloud(100, 0, 100, 4) << std::vector<double>{50};
     QTest::newRow("repeated boundary") << QVector<QPointF>{{1, 10}, {2, 20}, {3, 25}}
                                        << std::vector<double>{10, 20, 20, 30};
+    // Boundaries summed step by step drift off k * step: points on either value must still find
+    // the interval a first-match walk gives them.
+    std::vector<double> summed;
+    QVector<QPointF> onThem;
+    double d = 0.0;
+    for (int k = 0; k <= 60; ++k, d += 0.1) {
+        summed.push_back(d);
+        onThem << QPointF(k, d) << QPointF(k + 0.5, k * 0.1) << QPointF(k + 0.25, std::nextafter(d, 1e9));
+    }
+    QTest::newRow("drifting even boundaries, points on them") << onThem << summed;
 }
 
 void TestDecimation::againstPlainAverage()
@@ -234,6 +246,50 @@ void TestDecimation::orientationMeans()
     QCOMPARE(l.model->decimationAngle().size(), std::size_t(2));
     QVERIFY(std::fabs(l.model->decimationAngle()[0] - 120.0) < 1e-6);
     QVERIFY(std::fabs(l.model->decimationAngle()[1] - 300.0) < 1e-6);
+}
+
+void TestDecimation::orientationWithoutAzimuth_data()
+{
+    QTest::addColumn<bool>("root");
+    QTest::addColumn<std::vector<double>>("azimuths");
+    QTest::addColumn<std::vector<double>>("dips");
+    const double blank = qQNaN();
+    // Intervals hold dips 30, 50 and 70 (two rows each). The mean planes read their azimuths from
+    // the root's "azimuth" column; an interval none of whose rows has one keeps the mean of the
+    // interval before it, and with no such column every interval keeps the model's last mean.
+    QTest::newRow("all azimuths") << true << std::vector<double>{90, 90, 90, 90, 90, 90}
+                                  << std::vector<double>{30, 50, 70};
+    QTest::newRow("middle interval without") << true << std::vector<double>{90, 90, blank, blank, 90, 90}
+                                             << std::vector<double>{30, 30, 70};
+    QTest::newRow("first interval without") << true << std::vector<double>{blank, blank, 90, 90, 90, 90}
+                                            << std::vector<double>{-1, 50, 70}; // -1: the model's last mean
+    QTest::newRow("one row of an interval without") << true << std::vector<double>{90, blank, 90, 90, 90, 90}
+                                                    << std::vector<double>{30, 50, 70};
+    QTest::newRow("no data root") << false << std::vector<double>{90, 90, 90, 90, 90, 90}
+                                  << std::vector<double>{-1, -1, -1};
+}
+
+void TestDecimation::orientationWithoutAzimuth()
+{
+    QFETCH(bool, root);
+    QFETCH(std::vector<double>, azimuths);
+    QFETCH(std::vector<double>, dips);
+    Loaded l = load({{30, 1}, {30, 2}, {50, 11}, {50, 12}, {70, 21}, {70, 22}}, QStringLiteral("dip"), azimuths);
+    if (!root)
+        l.model->setDataRoot(nullptr);
+    l.model->calculateMeanDirection(true, false, nullptr, -1);
+    const double before = l.model->meanPrincipalPlane().x();
+    QVERIFY(before > 1.0);
+    l.model->generateNumberOfIntervalFilter(3, 0, 30);
+    l.model->generateDataDecimation();
+    const QVector<QPointF> out = points(l.model->decimationData());
+    QCOMPARE(out.size(), 3);
+    for (int i = 0; i < 3; ++i) {
+        const double dip = dips[std::size_t(i)] < 0 ? before : dips[std::size_t(i)];
+        QVERIFY2(std::fabs(out[i].x() - dip) < 1e-6,
+                 qPrintable(QStringLiteral("interval %1: %2").arg(i).arg(out[i].x())));
+        QCOMPARE(out[i].y(), 1.5 + 10 * i); // y stays the plain mean
+    }
 }
 
 void TestDecimation::nearestTableRow()
