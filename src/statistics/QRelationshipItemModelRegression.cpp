@@ -27,6 +27,11 @@ public:
         }
     }
 
+    // The raw cells and their validity bytes; null where the list is no typed point column.
+    const QPointF* cells() const { return m_cells; }
+    const std::uint8_t* valid() const { return m_valid; }
+    int size() const { return m_size; }
+
     bool read(int row, QPointF& p) const
     {
         if (m_cells) {
@@ -35,6 +40,13 @@ public:
             p = m_cells[row];
             return true;
         }
+        return readValue(row, p);
+    }
+
+private:
+    // Out of line, so that the walks keep their sums in registers around it.
+    [[gnu::noinline]] bool readValue(int row, QPointF& p) const
+    {
         const QVariant v = m_data->value(row, 0);
         if (!v.isValid() || v.isNull() || !v.canConvert<QPointF>())
             return false;
@@ -42,7 +54,6 @@ public:
         return true;
     }
 
-private:
     const MatrixData* m_data;
     const QPointF* m_cells = nullptr;
     const std::uint8_t* m_valid = nullptr;
@@ -60,15 +71,29 @@ void QRelationshipItemModel::calculateRegressionLine(double& slope, double& inte
     const double reference = m_data->minValue().toDouble();
     const int rows = m_data->validValueRowCount();
     const bool filtered = m_partSelection && m_displayType == HighlightSelected;
-    const PointCells cells(m_data);
-    const auto take = [&](int row, QPointF& p) { return !(filtered && !isSelected(row)) && cells.read(row, p); };
+    // The raw cells inline: the two walks over a million points are bound by this read.
+    const PointCells points(m_data);
+    const QPointF* cells = points.cells();
+    const std::uint8_t* valid = points.valid();
+    const int stored = cells ? std::min(rows, points.size()) : rows;
+    const auto take = [&](int row, QPointF& p) {
+        if (filtered && !isSelected(row))
+            return false;
+        if (cells) {
+            if (!valid[row])
+                return false;
+            p = cells[row];
+            return true;
+        }
+        return points.read(row, p);
+    };
 
     double sumX = 0.0;
     double sumY = 0.0;
     long long n = 0;
     bool vertical = true;
     QPointF p;
-    for (int row = 0; row < rows; ++row) {
+    for (int row = 0; row < stored; ++row) {
         if (!take(row, p))
             continue;
         sumX += p.x();
@@ -90,7 +115,7 @@ void QRelationshipItemModel::calculateRegressionLine(double& slope, double& inte
     double sxy = 0.0;
     double sxx = 0.0;
     double syy = 0.0;
-    for (int row = 0; row < rows; ++row) {
+    for (int row = 0; row < stored; ++row) {
         if (!take(row, p))
             continue;
         const double dx = p.x() - mx;
