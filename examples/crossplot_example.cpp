@@ -2,11 +2,13 @@
 // line, its 90 % range and the equation, and the beds of one formation selected (highlighted).
 // The second shows dip against depth with a scenario of structural tops (one per formation, with
 // its colour band and mean orientation), the third porosity in ten equal depth intervals with
-// the mean of each and the number of beds in it. Depth grows downwards in all three. The axes are drawn here around the plot
-// surface, as the panel around it would.
+// the mean of each and the number of beds in it, the fourth dip in 50 m intervals with each
+// interval's mean plane. Depth grows downwards in all four. The axes are drawn here around the
+// plot surface, as the panel around it would.
 //
 //   rk_crossplot_example OUT_DIR [--data FILE.csv]
-// writes OUT_DIR/crossplot_porosity.png, crossplot_dip_tops.png and crossplot_intervals.png
+// writes OUT_DIR/crossplot_porosity.png, crossplot_dip_tops.png, crossplot_intervals.png and
+// crossplot_dip_means.png
 // (rendered off screen).
 #include "GalleryArguments.h"
 
@@ -213,12 +215,32 @@ int main(int argc, char** argv)
                 QStringLiteral("Porosity (fraction)"), QStringLiteral("Measured depth (m)"))
              .save(out.filePath(QStringLiteral("crossplot_intervals.png")))
          && ok;
+    // ---- dip in 50 m intervals: each interval's mean plane, its dip as x and its azimuth as the tail ----
+    QRelationshipItemModel meanDips;
+    meanDips.takeNewDataSet(dip, depth, QRelationshipItemModel::ShowAll);
+    // The mean planes take their azimuths from the sheet's "azimuth" column.
+    meanDips.setDataRoot(sheet.get());
+    meanDips.setPointStyle(QRelationshipItemModel::Dot);
+    meanDips.setPointPixelSize(2);
+    meanDips.generateAquidistantIntervalFilter(50.0, dMin.y(), dMax.y());
+    meanDips.generateDataDecimation();
+    QCrossPlot meanPlot(nullptr, nullptr);
+    setUp(meanPlot, meanDips, QPointF(0.0, dMin.y() - 50.0), QPointF(std::ceil(dMax.x() / 10.0) * 10.0 + 10.0, dMax.y() + 50.0));
+    meanPlot.setPointFillColor(QColor(150, 150, 150));
+    meanPlot.setIntervalBoundaries(true);
+    meanPlot.setBinAverages(true);
+    meanPlot.setPointConnectionLine(false);
+    meanPlot.setClusterPoleCentroidsOn(false);
+    ok = framed(meanPlot, QStringLiteral("Dip in 50 m intervals: mean plane of each (tail towards its azimuth)"),
+                QStringLiteral("Dip (degrees)"), QStringLiteral("Measured depth (m)"))
+             .save(out.filePath(QStringLiteral("crossplot_dip_means.png")))
+         && ok;
     if (!ok) {
         std::fprintf(stderr, "rk_crossplot_example: could not write into %s\n", qPrintable(out.path()));
         return 1;
     }
-    std::printf("rk_crossplot_example: wrote crossplot_porosity.png, crossplot_dip_tops.png and "
-                "crossplot_intervals.png into %s (%d points, depth = %.4f * porosity + %.2f, R %.3f; %zu tops, "
+    std::printf("rk_crossplot_example: wrote crossplot_porosity.png, crossplot_dip_tops.png, "
+                "crossplot_intervals.png and crossplot_dip_means.png into %s (%d points, depth = %.4f * porosity + %.2f, R %.3f; %zu tops, "
                 "%d intervals)\n",
                 qPrintable(out.path()), rows, slope, intercept, coefficient, tops->lineDepths().size(),
                 binned.decimationData() ? binned.decimationData()->rowCount() : 0);

@@ -12,7 +12,7 @@ mkdir -p "$out"
 scripts/install-deps.sh
 cmake -S . -B build/gallery -G Ninja -DCMAKE_BUILD_TYPE=Release -DRK_BUILD_TESTS=OFF -DRK_BUILD_BENCH=OFF >/dev/null
 targets=(rk_demo_host rk_chart_example rk_bar_example)
-for example in rk_rose_example; do
+for example in rk_rose_example rk_stereo_example rk_crossplot_example; do
   if ninja -C build/gallery -t targets all | grep -q "^$example:"; then targets+=("$example"); fi
 done
 cmake --build build/gallery -j2 --target "${targets[@]}"
@@ -38,7 +38,7 @@ done
 
 build/gallery/examples/rk_chart_example "$out"
 build/gallery/examples/rk_bar_example "$out"
-for example in rk_rose_example; do
+for example in rk_rose_example rk_stereo_example rk_crossplot_example; do
   if [ -x "build/gallery/examples/$example" ]; then
     "build/gallery/examples/$example" "$out"
   fi
