@@ -12,8 +12,9 @@ decimation_oriented the same intervals with each one's mean plane: pole vectors 
 Prints the best and median of the repeats in milliseconds, of wall time and of CPU time (the
 machine is shared: compare CPU with the benchmark's CPU column).
 """
-import time
 import numpy as np
+
+from anchor_timing import report
 
 rng = np.random.default_rng(7)
 n = 1_000_000
@@ -21,18 +22,6 @@ depth = 1000.0 + np.arange(n) * 0.002
 dip = np.abs(30.0 + 0.01 * (depth - 1000.0) + rng.normal(0.0, 5.0, n))
 azimuth = 120.0 + rng.uniform(-20.0, 20.0, n)
 bounds = np.linspace(1000.0, 1000.0 + n * 0.002, 101)
-
-
-def timed(f, repeats=15):
-    wall, cpu = [], []
-    for _ in range(repeats):
-        s, c = time.perf_counter(), time.process_time()
-        f()
-        wall.append((time.perf_counter() - s) * 1000.0)
-        cpu.append((time.process_time() - c) * 1000.0)
-    wall.sort()
-    cpu.sort()
-    return wall[0], wall[len(wall) // 2], cpu[0], cpu[len(cpu) // 2]
 
 
 def intervals():
@@ -58,5 +47,4 @@ def decimation_oriented():
 
 for name, f in (("regression", lambda: np.polyfit(dip, depth, 1)), ("decimation", decimation),
                 ("decimation_oriented", decimation_oriented)):
-    best, median, cpu_best, cpu_median = timed(f)
-    print(f"{name}: wall best {best:.2f} ms, median {median:.2f} ms; cpu best {cpu_best:.2f} ms, median {cpu_median:.2f} ms")
+    report(name, f)

@@ -9,8 +9,9 @@ rose_classes  1,000,000 azimuths into 36 bins of 10 degrees with a count per bin
 Prints the best and median of the repeats in milliseconds, of wall time and of CPU time (the
 machine is shared: compare CPU with the benchmark's CPU column).
 """
-import time
 import numpy as np
+
+from anchor_timing import report
 
 rng = np.random.default_rng(11)
 n = 1_000_000
@@ -20,23 +21,10 @@ azimuth = np.mod(np.where(second, 130.0, 330.0) + 25.0 * (rng.random(n) - 0.5) *
 classes = np.where(second, 1 + rng.integers(0, 2, n), 0)
 
 
-def timed(f, repeats=15):
-    wall, cpu = [], []
-    for _ in range(repeats):
-        s, c = time.perf_counter(), time.process_time()
-        f()
-        wall.append((time.perf_counter() - s) * 1000.0)
-        cpu.append((time.process_time() - c) * 1000.0)
-    wall.sort()
-    cpu.sort()
-    return wall[0], wall[len(wall) // 2], cpu[0], cpu[len(cpu) // 2]
-
-
 def rose():
     b = np.minimum(np.floor(azimuth / 10.0).astype(np.int64), 35)
     return np.bincount(b * 3 + classes, minlength=36 * 3).reshape(36, 3)
 
 
 for name, f in (("hist_100", lambda: np.histogram(values, bins=100)), ("rose_classes", rose)):
-    best, median, cpu_best, cpu_median = timed(f)
-    print(f"{name}: wall best {best:.2f} ms, median {median:.2f} ms; cpu best {cpu_best:.2f} ms, median {cpu_median:.2f} ms")
+    report(name, f)
