@@ -1,6 +1,7 @@
 #include "QChartDrawingArea.h"
 
 #include "EMFDevice.h"
+#include "CellColumn.h"
 #include "MatrixDataArray.h"
 #include "OpenGLScene.h"
 #include "RKColormap.h"
@@ -23,6 +24,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <typeinfo>
 
 namespace rkBase {
 
@@ -678,33 +681,77 @@ void QChartDrawingArea::walkPoints(QPainter* painter, Draw&& draw)
     const bool stamping = m_symbolStamping && m_stamper->begin(painter);
     const auto displayType = m_model->displayType();
     const int rows = m_model->rowCount();
-    auto pointAt = [&](int row, QPointF& pixel) {
-        const QVariant v = m_model->data(m_model->index(row, 0));
-        if (v.isNull())
-            return false;
-        pixel = transformInPixelPoint(v.toPointF());
-        return true;
+
+    // Where the model is the plain one over a stored point column, the points come straight
+    // from their cells, as its data() would give them, and go through the pixel transform a
+    // block at a time. A point at the origin counts as null there too: a QVariant of a null
+    // QPointF is null.
+    const MatrixDataArray* list = m_model->data();
+    const CellColumn* column = list ? list->cellColumn(0) : nullptr;
+    const bool typed = typeid(*m_model) == typeid(QRelationshipItemModel) && column
+                       && column->type() == QVariant::PointF && column->pointData()
+                       && (typeid(*list) == typeid(MatrixDataArray) || typeid(*list) == typeid(MatrixData));
+    const QPointF* cells = typed ? column->pointData() : nullptr;
+    const std::uint8_t* valid = typed ? column->validData() : nullptr;
+    const int stored = typed ? column->size() : 0;
+    constexpr int kBlock = 512;
+    std::vector<QPointF> points(typed ? kBlock : 0);
+    std::vector<QPointF> pixels(typed ? kBlock : 0);
+    std::vector<int> blockRows(typed ? kBlock : 0);
+    int n = 0;
+    const auto flush = [&](bool second) {
+        transformInPixelPoints(points.data(), pixels.data(), n);
+        for (int j = 0; j < n; ++j)
+            draw(blockRows[std::size_t(j)], pixels[std::size_t(j)], second);
+        n = 0;
     };
-    QPointF pixel;
+    const auto visit = [&](int row, bool second) {
+        if (typed) {
+            if (row >= stored || !valid[row])
+                return;
+            const QPointF& p = cells[row];
+            if (p.x() == 0.0 && p.y() == 0.0)
+                return;
+            points[std::size_t(n)] = p;
+            blockRows[std::size_t(n)] = row;
+            if (++n == kBlock)
+                flush(second);
+            return;
+        }
+        const QVariant v = m_model->data(m_model->index(row, 0));
+        if (!v.isNull())
+            draw(row, transformInPixelPoint(v.toPointF()), second);
+    };
+
     if (displayType != QRelationshipItemModel::ShowSelectedOnly) {
         const bool skipSelected = displayType == QRelationshipItemModel::HighlightSelected;
         for (int row = 0; row < rows; ++row) {
-            if (skipSelected && m_model->isSelected(row))
-                continue;
-            if (pointAt(row, pixel))
-                draw(row, pixel, false);
+            if (!(skipSelected && m_model->isSelected(row)))
+                visit(row, false);
         }
+        flush(false);
     }
     if (displayType != QRelationshipItemModel::ShowAll && m_model->partSelection()) {
         if (displayType == QRelationshipItemModel::HighlightSelected)
             painter->setPen(makePen(kSelectedColour, 2.0, Qt::SquareCap, Qt::BevelJoin));
         for (int row = 0; row < rows; ++row) {
-            if (m_model->isSelected(row) && pointAt(row, pixel))
-                draw(row, pixel, true);
+            if (m_model->isSelected(row))
+                visit(row, true);
         }
+        flush(true);
     }
     if (stamping)
         m_stamper->end();
+}
+
+void QChartDrawingArea::transformInPixelPoints(const QPointF* data, QPointF* pixels, int count)
+{
+    if (m_pixelBlock) {
+        m_pixelBlock(data, pixels, count);
+        return;
+    }
+    for (int i = 0; i < count; ++i)
+        pixels[i] = transformInPixelPoint(data[i]);
 }
 
 void QChartDrawingArea::drawPoints(QPainter* painter)

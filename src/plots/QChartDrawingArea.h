@@ -34,6 +34,7 @@
 
 #include <boost/dynamic_bitset.hpp>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -284,6 +285,12 @@ protected:
     QAction* m_copyEmfAction = nullptr;
     QAction* m_modifyAction = nullptr;
     bool m_paintingToWEMF = false;
+    // A chart whose pixel transform runs faster over many points at once sets this; it must
+    // give what transformInPixelPoint gives, point for point, and may fall back to it. A chart
+    // that overrides transformInPixelPoint again clears or replaces what its base set here.
+    std::function<void(const QPointF* data, QPointF* pixels, int count)> m_pixelBlock;
+    // The walkers' transform of a block of points: m_pixelBlock where set, else one at a time.
+    void transformInPixelPoints(const QPointF* data, QPointF* pixels, int count);
 
 private:
     // The walk the eight walkers share: a first pass over the rows (skipped when only the

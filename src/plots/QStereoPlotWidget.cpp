@@ -48,6 +48,7 @@ QStereoPlotWidget::QStereoPlotWidget(QWidget* parent, const QString& title) : QP
     m_mouseZoomEnabled = true;
     m_showModifyAction = true;
     m_showPointCount = true;
+    m_pixelBlock = [this](const QPointF* data, QPointF* pixels, int count) { polesInPixels(data, pixels, count); };
 }
 
 // ---- projection ----
@@ -79,6 +80,41 @@ QPointF QStereoPlotWidget::poleInPixel(const QPointF& orientation) const
     double s, c;
     FastTrig::sinCos(orientation.y() * kDeg, s, c);
     return QPointF(m_centre.x() - d * s, m_centre.y() + d * c);
+}
+
+void QStereoPlotWidget::polesInPixels(const QPointF* data, QPointF* pixels, int count)
+{
+    if (m_pointKind != 0) {
+        for (int i = 0; i < count; ++i)
+            pixels[i] = transformInPixelPoint(data[i]);
+        return;
+    }
+    // The expressions of poleInPixel and equalAngleCenterPoleDistance, so that each pixel comes
+    // out as poleInPixel gives it, bit for bit.
+    constexpr int kChunk = 256;
+    double half[kChunk], halfSin[kChunk], halfCos[kChunk];
+    double azimuth[kChunk], azimuthSin[kChunk], azimuthCos[kChunk];
+    const double cx = m_centre.x();
+    const double cy = m_centre.y();
+    for (int first = 0; first < count; first += kChunk) {
+        const int n = std::min(kChunk, count - first);
+        const QPointF* in = data + first;
+        for (int j = 0; j < n; ++j) {
+            half[j] = in[j].x() * kDeg / 2.0;
+            azimuth[j] = in[j].y() * kDeg;
+        }
+        FastTrig::sinCosArray(azimuth, azimuthSin, azimuthCos, n);
+        if (m_equalArea) {
+            FastTrig::sinCosArray(half, halfSin, halfCos, n);
+            for (int j = 0; j < n; ++j)
+                half[j] = halfSin[j] * kSqrt2 * m_radius;
+        } else {
+            for (int j = 0; j < n; ++j)
+                half[j] = std::tan(half[j]) * m_radius;
+        }
+        for (int j = 0; j < n; ++j)
+            pixels[first + j] = QPointF(cx - half[j] * azimuthSin[j], cy + half[j] * azimuthCos[j]);
+    }
 }
 
 QPointF QStereoPlotWidget::dipDirectionInPixel(const QPointF& orientation) const

@@ -58,6 +58,10 @@ public:
     // ---- projection ----
     // Raster pixel of the pole of the plane (dip, dip azimuth).
     QPointF poleInPixel(const QPointF& orientation) const;
+    // transformInPixelPoint over a block of points: poles have their sines and cosines taken
+    // together, exactly as poleInPixel places them; lines go one point at a time. The walkers
+    // use it; a chart derived from this one that places points otherwise clears m_pixelBlock.
+    void polesInPixels(const QPointF* data, QPointF* pixels, int count);
     // Widget pixel of the line (plunge, azimuth).
     QPointF dipDirectionInPixel(const QPointF& orientation) const;
     // The plane whose pole lies at the widget pixel; see the rules above.

@@ -28,10 +28,11 @@ Q_DECLARE_METATYPE(std::vector<int>)
 namespace {
 
 // A model of the given points (x, y as pixels for the scatter chart), loaded as a host would.
-struct PointSet {
+template <class M>
+struct PointSetOf {
     std::unique_ptr<MatrixData> x, y;
-    Model model;
-    PointSet(const QVector<QPointF>& points, Model::DisplayType type, const std::vector<int>& selected = {})
+    M model;
+    PointSetOf(const QVector<QPointF>& points, Model::DisplayType type, const std::vector<int>& selected = {})
     {
         x = std::make_unique<MatrixData>(QStringLiteral("x"), points.size(), 1, QVariant::Double, true);
         y = std::make_unique<MatrixData>(QStringLiteral("y"), points.size(), 1, QVariant::Double, true);
@@ -41,6 +42,12 @@ struct PointSet {
         }
         model.takeNewDataSet(1, type, x.get(), y.get(), selected);
     }
+};
+using PointSet = PointSetOf<Model>;
+
+// A model of its own kind: the walkers read its points through data(), one QVariant each.
+class DerivedModel : public Model
+{
 };
 
 QString hex(const QColor& c) { return c.name(QColor::HexArgb); }
@@ -68,6 +75,8 @@ private slots:
     void walkersDrawTheSelectionLast_data();
     void walkersDrawTheSelectionLast();
     void nullPointsAreSkipped();
+    void storedAndVariantReadsDrawAlike_data();
+    void storedAndVariantReadsDrawAlike();
     void stampedSymbolsMatchRealShapes_data();
     void stampedSymbolsMatchRealShapes();
     void stampingHonoursTheClip();
@@ -214,6 +223,51 @@ void TestChartDrawingArea::nullPointsAreSkipped()
     QCOMPARE(calls.size(), 2);
     QVERIFY(calls[0].startsWith(QStringLiteral("ellipse 8,18 5x5")));
     QVERIFY(calls[1].startsWith(QStringLiteral("ellipse 28,18 5x5")));
+}
+
+void TestChartDrawingArea::storedAndVariantReadsDrawAlike_data()
+{
+    QTest::addColumn<int>("displayType");
+    QTest::newRow("show all") << 0;
+    QTest::newRow("selected only") << 1;
+    QTest::newRow("highlight") << 2;
+}
+
+void TestChartDrawingArea::storedAndVariantReadsDrawAlike()
+{
+    // The plain model's points are read from their cells in blocks; a derived model's through
+    // data(). Both walks must ask for the same drawing, in the same order: blank cells and points
+    // at the origin (a null QVariant) left out, the selection last, across block boundaries.
+    QFETCH(int, displayType);
+    QRandomGenerator rng(9);
+    QVector<QPointF> points;
+    std::vector<int> selected;
+    for (int r = 0; r < 1300; ++r) {
+        points << (r % 97 == 0 ? QPointF(0.0, 0.0) : QPointF(rng.bounded(400), rng.bounded(300)));
+        if (rng.bounded(5) == 0)
+            selected.push_back(r);
+    }
+    PointSetOf<Model> stored(points, Model::DisplayType(displayType), selected);
+    PointSetOf<DerivedModel> variant(points, Model::DisplayType(displayType), selected);
+    for (const int blank : {5, 511, 512, 1299}) {
+        stored.model.data()->setValue(blank, 0, QVariant());
+        variant.model.data()->setValue(blank, 0, QVariant());
+    }
+    auto draw = [](Model& model) {
+        model.setPointStyle(Model::Cross);
+        ScatterTestChart chart;
+        chart.setModel(&model);
+        PaintRecorder device;
+        {
+            QPainter painter(&device);
+            chart.setPointPen(&painter);
+            chart.drawPoints(&painter);
+        }
+        return device.calls();
+    };
+    const QStringList fromCells = draw(stored.model);
+    QVERIFY(fromCells.size() > 200);
+    QCOMPARE(fromCells, draw(variant.model));
 }
 
 void TestChartDrawingArea::stampedSymbolsMatchRealShapes_data()

@@ -14,7 +14,11 @@
 #include <QtTest>
 
 #include <cmath>
+#include <cstring>
+#include <limits>
 #include <memory>
+#include <random>
+#include <vector>
 
 using namespace rkBase;
 
@@ -151,6 +155,8 @@ private slots:
     void netFrames_data();
     void netFrames();
     void pointKindDecidesThePlacement();
+    void blockPlacementIsPoleInPixel_data();
+    void blockPlacementIsPoleInPixel();
     void tracesWithTheSelectionPass_data();
     void tracesWithTheSelectionPass();
     void resultsComeFromTheirFields();
@@ -588,6 +594,43 @@ void TestStereoPlot::pointKindDecidesThePlacement()
     // The chart's own state is as it was.
     QCOMPARE(net.pointKind(), 0);
     QCOMPARE(net.model(), &model);
+}
+
+void TestStereoPlot::blockPlacementIsPoleInPixel_data()
+{
+    QTest::addColumn<bool>("equalArea");
+    QTest::addColumn<int>("pointKind");
+    QTest::newRow("Schmidt, poles") << true << 0;
+    QTest::newRow("Wulff, poles") << false << 0;
+    QTest::newRow("Schmidt, lines") << true << 1;
+    QTest::newRow("Wulff, lines") << false << 1;
+}
+
+void TestStereoPlot::blockPlacementIsPoleInPixel()
+{
+    // The walkers place a block of points at once: every pixel must be the one the single-point
+    // transform gives, bit for bit, for wild values too and across the block's chunks.
+    QFETCH(bool, equalArea);
+    QFETCH(int, pointKind);
+    Stereo net(equalArea);
+    net.setPointKind(pointKind);
+    std::mt19937 rng(5);
+    std::uniform_real_distribution<double> dip(-100.0, 190.0), azimuth(-400.0, 800.0);
+    std::vector<QPointF> in;
+    for (int i = 0; i < 700; ++i)
+        in.emplace_back(dip(rng), azimuth(rng));
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double inf = std::numeric_limits<double>::infinity();
+    in.insert(in.begin() + 300, {{0.0, 0.0}, {90.0, 360.0}, {nan, 10.0}, {10.0, nan}, {inf, 5.0}, {30.0, 1e9}, {-0.0, -0.0}});
+    std::vector<QPointF> out(in.size());
+    net.polesInPixels(in.data(), out.data(), int(in.size()));
+    for (std::size_t i = 0; i < in.size(); ++i) {
+        const QPointF one = net.transformInPixelPoint(in[i]);
+        QVERIFY2(std::memcmp(&one, &out[i], sizeof one) == 0,
+                 qPrintable(QStringLiteral("(%1, %2): %3,%4 against %5,%6").arg(in[i].x()).arg(in[i].y())
+                                .arg(out[i].x(), 0, 'g', 17).arg(out[i].y(), 0, 'g', 17)
+                                .arg(one.x(), 0, 'g', 17).arg(one.y(), 0, 'g', 17)));
+    }
 }
 
 void TestStereoPlot::tracesWithTheSelectionPass_data()
