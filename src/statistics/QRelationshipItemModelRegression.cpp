@@ -166,7 +166,9 @@ void QRelationshipItemModel::generateDataDecimation()
     const bool ascending = std::is_sorted(b.begin(), b.end());
     const double first = b.front();
     const double last = b.back();
-    const double perUnit = ascending && last > first ? intervals / (last - first) : 0.0;
+    // A span too small to divide by leaves the guess at the first interval.
+    const double scale = ascending && last > first ? intervals / (last - first) : 0.0;
+    const double perUnit = std::isfinite(scale) ? scale : 0.0;
     const PointCells cells(m_data);
     const bool filtered = m_partSelection && m_displayType == HighlightSelected;
     QPointF p;

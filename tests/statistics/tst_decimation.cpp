@@ -188,6 +188,8 @@ void TestDecimation::againstPlainAverage_data()
         onThem << QPointF(k, d) << QPointF(k + 0.5, k * 0.1) << QPointF(k + 0.25, std::nextafter(d, 1e9));
     }
     QTest::newRow("drifting even boundaries, points on them") << onThem << summed;
+    QTest::newRow("boundaries a denormal apart") << QVector<QPointF>{{1, 0}, {2, 5e-324}, {3, 1e-323}}
+                                                 << std::vector<double>{0, 5e-324, 1e-323};
 }
 
 void TestDecimation::againstPlainAverage()
