@@ -56,6 +56,7 @@ QCrossPlot::QCrossPlot(QWidget* parent, QWidget* owner)
     m_showModifyAction = true;
     m_labelColor = Qt::black;
     setMouseTracking(true);
+    m_pixelBlock = [this](const QPointF* data, QPointF* pixels, int count) { pointsInPixels(data, pixels, count); };
 }
 
 QCursor* QCrossPlot::crossCursor()
@@ -129,6 +130,13 @@ std::pair<QPointF, QPointF> QCrossPlot::calculateDataBoundaries() { return {m_mi
 
 QPointF QCrossPlot::transformInPixelPoint(const QPointF& data)
 {
+    QPointF out;
+    pointsInPixels(&data, &out, 1);
+    return out;
+}
+
+void QCrossPlot::pointsInPixels(const QPointF* data, QPointF* pixels, int count) const
+{
     const QRect raster = m_chartPixmap.rect();
     const double l = raster.left();
     const double r = raster.right();
@@ -136,14 +144,15 @@ QPointF QCrossPlot::transformInPixelPoint(const QPointF& data)
     const double b = m_originPosition == OriginBottomLeft ? raster.top() : raster.bottom();
     const double minX = m_minPoint.x(), maxX = m_maxPoint.x();
     const double minY = m_minPoint.y(), maxY = m_maxPoint.y();
-    QPointF out(0.0, 0.0);
     // A data span of zero or of no number would divide by zero or spread NaN over every point;
     // the raster span guard covers an empty raster.
-    if (std::abs(r - l) > kSpanGuard && usableSpan(minX, maxX))
-        out.setX((data.x() - maxX) / (minX - maxX) * l + (data.x() - minX) / (maxX - minX) * r);
-    if (std::abs(b - a) > kSpanGuard && usableSpan(minY, maxY))
-        out.setY((data.y() - maxY) / (minY - maxY) * a + (data.y() - minY) / (maxY - minY) * b);
-    return out;
+    const bool xs = std::abs(r - l) > kSpanGuard && usableSpan(minX, maxX);
+    const bool ys = std::abs(b - a) > kSpanGuard && usableSpan(minY, maxY);
+    for (int i = 0; i < count; ++i) {
+        const QPointF& d = data[i];
+        pixels[i] = QPointF(xs ? (d.x() - maxX) / (minX - maxX) * l + (d.x() - minX) / (maxX - minX) * r : 0.0,
+                            ys ? (d.y() - maxY) / (minY - maxY) * a + (d.y() - minY) / (maxY - minY) * b : 0.0);
+    }
 }
 
 QPointF QCrossPlot::transformInDataPoint(const QPointF& widgetPixel) const

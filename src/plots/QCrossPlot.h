@@ -63,6 +63,9 @@ public:
     bool colorAttributeIsOn() override;
     void drawGrid(QPainter* painter) override;
     QPointF transformInPixelPoint(const QPointF& data) override;
+    // transformInPixelPoint over a block of points, the raster and ranges read once; the walkers
+    // use it.
+    void pointsInPixels(const QPointF* data, QPointF* pixels, int count) const;
     virtual std::pair<QPointF, QPointF> calculateDataBoundaries();
 
     // ---- boundaries and transforms ----
