@@ -127,21 +127,43 @@ bool QRelationshipItemModel::refreshOrientationCache()
     c.valid.resize(static_cast<std::size_t>(rows));
     c.poles = OrientationTotals();
     c.lines = OrientationTotals();
+    // Rows in blocks: the angles of a block first, their sines and cosines in one call each (four
+    // at a time where the processor allows), then the cache entries and the totals in row order.
+    constexpr int kBlock = 256;
+    double angles[2 * kBlock];
+    double sines[2 * kBlock];
+    double cosines[2 * kBlock];
+    int blockRows[kBlock];
+    int n = 0;
+    const auto flush = [&] {
+        FastTrig::sinCosArray(angles, sines, cosines, 2 * n);
+        for (int j = 0; j < n; ++j) {
+            double* t = &c.trig[4 * static_cast<std::size_t>(blockRows[j])];
+            t[0] = sines[2 * j];
+            t[1] = cosines[2 * j];
+            t[2] = sines[2 * j + 1];
+            t[3] = cosines[2 * j + 1];
+            const gdfVertex pole = OrientationCache::pole(t);
+            const gdfVertex line = OrientationCache::line(t);
+            c.poles.add(pole.x(), pole.y(), pole.z());
+            c.lines.add(line.x(), line.y(), line.z());
+        }
+        n = 0;
+    };
     for (int row = 0; row < rows; ++row) {
         c.valid[static_cast<std::size_t>(row)] = 0;
         QPointF p;
         if (!readOrientation(m_data, row, p))
             continue;
-        double* t = &c.trig[4 * static_cast<std::size_t>(row)];
-        FastTrig::sinCos(p.x() * kDegToRad, t[0], t[1]);
-        FastTrig::sinCos(p.y() * kDegToRad, t[2], t[3]);
         // 2 marks a dip within [-90, 90], where the density count may use closed forms.
         c.valid[static_cast<std::size_t>(row)] = std::abs(p.x()) <= 90.0 ? 2 : 1;
-        const gdfVertex pole = OrientationCache::pole(t);
-        const gdfVertex line = OrientationCache::line(t);
-        c.poles.add(pole.x(), pole.y(), pole.z());
-        c.lines.add(line.x(), line.y(), line.z());
+        angles[2 * n] = p.x() * kDegToRad;
+        angles[2 * n + 1] = p.y() * kDegToRad;
+        blockRows[n] = row;
+        if (++n == kBlock)
+            flush();
     }
+    flush();
     return true;
 }
 
