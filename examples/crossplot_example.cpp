@@ -201,7 +201,8 @@ int main(int argc, char** argv)
     binned.takeNewDataSet(porosity, depth, QRelationshipItemModel::ShowAll);
     binned.setPointStyle(QRelationshipItemModel::Dot);
     binned.setPointPixelSize(2);
-    binned.generateNumberOfIntervalFilter(10, pMin.y(), pMax.y());
+    // Equal sizes from the top: the last boundary reaches past the deepest bed, so every bed counts.
+    binned.generateAquidistantIntervalFilter(std::ceil((pMax.y() - pMin.y()) / 10.0), pMin.y(), pMax.y());
     binned.generateDataDecimation();
     QCrossPlot binPlot(nullptr, nullptr);
     setUp(binPlot, binned, QPointF(-0.05, pMin.y() - 50.0), QPointF(0.35, pMax.y() + 50.0));
