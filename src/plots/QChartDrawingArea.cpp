@@ -867,11 +867,8 @@ void QChartDrawingArea::drawPointsWithTypeColorAttribute(QPainter* painter)
         const QColor colour = colourNode ? colourNode->color(text) : QColor();
         const int id = classes ? classes->value(row, 0).toString().toInt() : -1;
         if (tadpoles) {
-            if (second)
-                drawColorFilledTadPole(pixel, m_model->azimuthTadPole(row), id, colour, highlight, kSelectedColour, 1,
-                                       painter);
-            else
-                drawTadPole(pixel, m_model->azimuthTadPole(row), colour, size, painter);
+            // Both passes draw plain tadpoles: a selected one keeps the pen of the walk.
+            drawTadPole(pixel, m_model->azimuthTadPole(row), colour, size, painter);
         } else {
             drawDefaultSymbols(pixel, id, colour, second && highlight, kSelectedColour, 1, painter);
         }
@@ -1227,18 +1224,21 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
         p.setFillRule(Qt::WindingFill);
     double outX[8], outY[8];
     // A cell whose values all lie strictly inside one band is that band's colour throughout and
-    // crosses no level: runs of such cells along a row go in as one rectangle, which keeps the
-    // band paths small. Only cells that a level crosses are cut into triangles.
+    // crosses no level: runs of such cells along a column go in as one rectangle, which keeps
+    // the band paths small. Only cells that a level crosses are cut into triangles.
+    // The cells are walked with the first index outermost: which iso-line gets a label depends
+    // on the labels placed before it.
     int runBand = -1;
-    double runLeft = 0.0, runTop = 0.0, runRight = 0.0;
+    double runLeft = 0.0, runTop = 0.0, runBottom = 0.0;
     auto flushRun = [&]() {
         if (runBand >= 0 && m_contourFillOn)
-            fills[static_cast<std::size_t>(runBand)].addRect(QRectF(QPointF(runLeft, runTop), QPointF(runRight, runTop + d)));
+            fills[static_cast<std::size_t>(runBand)].addRect(
+                QRectF(QPointF(runLeft, runTop), QPointF(runLeft + d, runBottom)));
         runBand = -1;
     };
-    for (int j = 0; j < cellsY; ++j) {
+    for (int i = 0; i < cellsX; ++i) {
         flushRun();
-        for (int i = 0; i < cellsX; ++i) {
+        for (int j = 0; j < cellsY; ++j) {
             const double x0 = m_gridRect.left() + i * d, y0 = m_gridRect.top() + j * d;
             const double cx[4] = {x0, x0 + d, x0 + d, x0};
             const double cy[4] = {y0, y0, y0 + d, y0 + d};
@@ -1257,14 +1257,14 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
                                            [](const ContourBand& b, double v) { return b.high <= v; });
             if (inside != bands.end() && inside->low < cellMin && cellMax < inside->high) {
                 const int band = static_cast<int>(inside - bands.begin());
-                if (band == runBand && runRight == x0) {
-                    runRight = x0 + d;
+                if (band == runBand && runBottom == y0) {
+                    runBottom = y0 + d;
                 } else {
                     flushRun();
                     runBand = band;
                     runLeft = x0;
                     runTop = y0;
-                    runRight = x0 + d;
+                    runBottom = y0 + d;
                 }
                 continue;
             }

@@ -74,6 +74,8 @@ private slots:
     void symbolShapes();
     void walkersDrawTheSelectionLast_data();
     void walkersDrawTheSelectionLast();
+    void colourTypedTadpolesKeepTheWalkPen_data();
+    void colourTypedTadpolesKeepTheWalkPen();
     void nullPointsAreSkipped();
     void storedAndVariantReadsDrawAlike_data();
     void storedAndVariantReadsDrawAlike();
@@ -86,6 +88,7 @@ private slots:
     void labels();
     void contourBandsOfARamp();
     void contourLabelsKeepTheirDistance();
+    void contourLabelsFollowTheFirstIndex();
     void contourBadGrids_data();
     void contourBadGrids();
     void wheelZoom_data();
@@ -204,6 +207,55 @@ void TestChartDrawingArea::walkersDrawTheSelectionLast()
     for (const QString& c : device.calls())
         shapes << c.section(QStringLiteral(" | "), 0, 1);
     QCOMPARE(shapes, expected);
+}
+
+void TestChartDrawingArea::colourTypedTadpolesKeepTheWalkPen_data()
+{
+    QTest::addColumn<int>("displayType");
+    QTest::addColumn<QString>("selectedPen");
+    // The selected row's tadpole is a plain one: it keeps the pen of the walk, the point pen
+    // when only the selection is shown, yellow when it is highlighted; its disc is the class's.
+    QTest::newRow("selected only") << 1 << QStringLiteral("pen #ff000080 2");
+    QTest::newRow("highlight") << 2 << QStringLiteral("pen #ffffff00 2");
+}
+
+void TestChartDrawingArea::colourTypedTadpolesKeepTheWalkPen()
+{
+    QFETCH(int, displayType);
+    QFETCH(QString, selectedPen);
+    auto column = [](const char* name, QVariant::Type type, const QVariantList& cells) {
+        auto node = std::make_unique<MatrixData>(QString::fromLatin1(name), cells.size(), 1, type, true);
+        for (int r = 0; r < cells.size(); ++r)
+            node->setValue(r, 0, cells[r]);
+        return node;
+    };
+    auto x = column("x", QVariant::Double, {20.0, 40.0, 60.0});
+    auto y = column("y", QVariant::Double, {30.0, 30.0, 30.0});
+    auto tint = column("tint", QVariant::Color, {QColor(Qt::red), QColor(Qt::green), QColor(Qt::red)});
+    auto azimuth = column("azimuth", QVariant::Double, {90.0, 90.0, 90.0});
+    QMap<int, QVariant> cn, sn;
+    QMap<int, QColor> cc, sc;
+    Model model;
+    model.takeNewDataSet(1, Model::DisplayType(displayType), x.get(), y.get(), tint.get(), nullptr, true, {1}, cn,
+                         cc, sn, sc);
+    // The class array of a colour attribute has the attribute's cell type.
+    model.colorClasses()->setCellType(QVariant::Color);
+    model.setColorAttributeNode(tint.get());
+    model.setTadPoleAzimuthDataNode(azimuth.get());
+    model.setPointStyle(Model::Circle);
+    ScatterTestChart chart;
+    chart.setModel(&model);
+    PaintRecorder device;
+    {
+        QPainter painter(&device);
+        chart.setPointPen(&painter);
+        chart.drawPoints(&painter);
+    }
+    const QStringList discs = device.calls(QStringLiteral("ellipse"));
+    QVERIFY(!discs.isEmpty());
+    const QString last = discs.last();
+    QVERIFY2(last.startsWith(QStringLiteral("ellipse 38,")), qPrintable(last));
+    QCOMPARE(last.section(QStringLiteral(" | "), 1, 2), selectedPen + QStringLiteral(" | brush #ff00ff00"));
 }
 
 void TestChartDrawingArea::nullPointsAreSkipped()
@@ -505,6 +557,33 @@ void TestChartDrawingArea::contourLabelsKeepTheirDistance()
             QVERIFY(QLineF(anchors[a], anchors[b]).length() >= 50.0);
     QVERIFY(chart.contourLabelTexts().front().endsWith(QLatin1Char('%')));
     QCOMPARE(device.calls(QStringLiteral("text")).size(), int(anchors.size()));
+}
+
+void TestChartDrawingArea::contourLabelsFollowTheFirstIndex()
+{
+    // Two crossed cells 10 pixels apart, (1, 0) and (0, 1), can hold only one label between
+    // them: the cells are walked along the second index first, so (0, 1) gets it.
+    MatrixDataArray grid(QStringLiteral("grid"), 3, 3, QVariant::Double);
+    for (int i = 0; i < 3; ++i)
+        for (int j = 0; j < 3; ++j)
+            grid.setValue(i, j, 1.0);
+    grid.setValue(2, 0, 9.0);
+    grid.setValue(0, 2, 9.0);
+    grid.setColorMapStepSize(4.0);
+    ScatterTestChart chart;
+    chart.setGridRect(QRectF(0, 0, 20, 20));
+    chart.setContourPolesOn(true);
+    chart.setContourLinesOn(true);
+    chart.setContourLabelsOn(true);
+    PaintRecorder device;
+    {
+        QPainter painter(&device);
+        chart.drawContour(&painter, &grid, 0.0, 10.0, false, 1.0);
+    }
+    const auto& anchors = chart.contourLabelPositions();
+    QCOMPARE(int(anchors.size()), 1);
+    QVERIFY2(anchors[0].x() <= 10.0 && anchors[0].y() >= 10.0,
+             qPrintable(QStringLiteral("%1,%2").arg(anchors[0].x()).arg(anchors[0].y())));
 }
 
 void TestChartDrawingArea::contourBadGrids_data()
