@@ -27,7 +27,8 @@ int QLegendListModel::columnCount(const QModelIndex& parent) const { return pare
 
 QVariant::Type QLegendListModel::cellType() const
 {
-    return m_values.isEmpty() ? QVariant::Double : m_values.first().type();
+    // The sample value is the one under id 0, not the lowest id: an undefined class may sit below.
+    return m_values.isEmpty() ? QVariant::Double : m_values.value(0).type();
 }
 
 QVariant QLegendListModel::data(const QModelIndex& index, int role) const

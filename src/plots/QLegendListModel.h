@@ -26,7 +26,7 @@ public:
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;
     QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
 
-    // The type of the class values, or Double while there are none.
+    // The type of the sample value under id 0 (Invalid without one), or Double while there are no classes.
     QVariant::Type cellType() const;
     // The symbol of a row, whatever the visible window.
     QVariant symbol(int row) const;

@@ -103,6 +103,8 @@ private slots:
     void legendRowsAndWindow_data();
     void legendRowsAndWindow();
     void legendSymbolsOnlyInTheWindow();
+    void legendCellTypeIsTheSampleValues_data();
+    void legendCellTypeIsTheSampleValues();
 };
 
 // ---- symbols ----
@@ -878,6 +880,34 @@ void TestChartDrawingArea::legendSymbolsOnlyInTheWindow()
     QLegendListModel colourLegend(nullptr, &chart, QLegendListModel::ColorLegend);
     colourLegend.setClasses(values, colours);
     QCOMPARE(colourLegend.data(colourLegend.index(2, 0), Qt::DecorationRole).value<QColor>(), QColor(Qt::blue));
+}
+
+void TestChartDrawingArea::legendCellTypeIsTheSampleValues_data()
+{
+    QTest::addColumn<QList<int>>("ids");
+    QTest::addColumn<QVariantList>("values");
+    QTest::addColumn<int>("type");
+    QTest::newRow("no classes") << QList<int>{} << QVariantList{} << int(QVariant::Double);
+    QTest::newRow("text") << QList<int>{0, 1} << QVariantList{"sample", "a"} << int(QVariant::String);
+    // The sample sits under id 0 whatever ids lie below it.
+    QTest::newRow("colours behind a negative id")
+        << QList<int>{-1, 0, 1} << QVariantList{"undefined", QColor(Qt::red), QColor(Qt::blue)}
+        << int(QVariant::Color);
+    QTest::newRow("no sample") << QList<int>{3, 5} << QVariantList{2.5, 4.5} << int(QVariant::Invalid);
+}
+
+void TestChartDrawingArea::legendCellTypeIsTheSampleValues()
+{
+    QFETCH(QList<int>, ids);
+    QFETCH(QVariantList, values);
+    QFETCH(int, type);
+    ScatterTestChart chart;
+    QLegendListModel legend(nullptr, &chart, QLegendListModel::SymbolLegend);
+    QMap<int, QVariant> classes;
+    for (int k = 0; k < ids.size(); ++k)
+        classes.insert(ids[k], values[k]);
+    legend.setClasses(classes, {});
+    QCOMPARE(int(legend.cellType()), type);
 }
 
 QTEST_MAIN(TestChartDrawingArea)
