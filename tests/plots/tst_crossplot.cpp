@@ -151,6 +151,8 @@ private slots:
     void inverseUnderZoomAndScroll_data();
     void inverseUnderZoomAndScroll();
     void transformGuards();
+    void flatAxisInverse_data();
+    void flatAxisInverse();
     void boundaries_data();
     void boundaries();
     void singleAxisBoundaries();
@@ -250,6 +252,33 @@ void TestCrossPlot::transformGuards()
     QCOMPARE(tiny.transformInPixelPoint(QPointF(0.5, 0.5)), QPointF(0, 0));
     QCOMPARE(tiny.transformInDataPoint(QPointF(0.5, 0.5)), QPointF(0, 0));
     QCOMPARE(tiny.pickingEpsX(), 0.0);
+}
+
+void TestCrossPlot::flatAxisInverse_data()
+{
+    QTest::addColumn<QPointF>("min");
+    QTest::addColumn<QPointF>("max");
+    QTest::addColumn<QPointF>("data");
+    // The corners of a fresh plot, and a flat x whose half-width (the y maximum) is 0.
+    QTest::newRow("fresh") << QPointF(10, 10) << QPointF(10, 10) << QPointF(10, 10);
+    QTest::newRow("flat x, y up to 0") << QPointF(4, -50) << QPointF(4, 0) << QPointF(4, -25);
+}
+
+void TestCrossPlot::flatAxisInverse()
+{
+    QFETCH(QPointF, min);
+    QFETCH(QPointF, max);
+    QFETCH(QPointF, data);
+    Plot plot;
+    if (min != max)
+        plot.setBoundaries(min, max);
+    QCOMPARE(plot.minPoint().x(), plot.maxPoint().x());
+    // Every pixel of a flat axis is that axis's one value, in the read-out as in the inverse.
+    QSignalSpy cursor(&plot, &QChartDrawingArea::cursorPos);
+    move(&plot, QPoint(100, 50));
+    QCOMPARE(plot.transformInDataPoint(QPointF(100, 50)), data);
+    QCOMPARE(cursor.count(), 1);
+    QCOMPARE(cursor.first().first().toPointF(), data);
 }
 
 void TestCrossPlot::boundaries_data()
