@@ -295,7 +295,8 @@ void QCrossPlot::drawChart(QPainter& painter)
     painter.setBrush(QBrush(Qt::white, Qt::SolidPattern));
     drawGrid(&painter);
     drawLayers(&painter, true);
-    if (m_ownerPanel)
+    // Only a panel draws axes: any other owner (the axis widget of a depth plot) counts as none.
+    if (m_ownerPanel && m_ownerPanel->metaObject()->indexOfMethod("drawAxes(QPainter*,QRect)") >= 0)
         QMetaObject::invokeMethod(m_ownerPanel.data(), "drawAxes", Qt::DirectConnection, Q_ARG(QPainter*, &painter),
                                   Q_ARG(QRect, pixmapRect()));
 }

@@ -87,6 +87,22 @@ public:
     void drawIntervalBoundariesOn(QPainter* painter) { drawIntervalBoundaries(painter); }
 };
 
+// A panel as the plot sees it: something with an invokable drawAxes.
+class AxesPanel : public QWidget
+{
+    Q_OBJECT
+public:
+    Q_INVOKABLE void drawAxes(QPainter*, QRect rect) { drawn << rect; }
+    QList<QRect> drawn;
+};
+
+QStringList g_warnings;
+void keepWarnings(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    if (type != QtDebugMsg && type != QtInfoMsg)
+        g_warnings << text;
+}
+
 // What a recorded call drew, by its pen: the chart's layers have their own colours.
 QString layerOf(const QString& call)
 {
@@ -176,6 +192,8 @@ private slots:
     void topsFollowTheMouse();
     void intervalBoundaries();
     void stateRules();
+    void metafileAxesOnlyFromAPanel_data();
+    void metafileAxesOnlyFromAPanel();
 };
 
 void TestCrossPlot::transforms_data()
@@ -761,6 +779,38 @@ void TestCrossPlot::stateRules()
     QSignalSpy copy(&plot, &QCrossPlot::signalCopyWEMFToClipboard);
     plot.copyWEMFToClipboard();
     QCOMPARE(copy.count(), 1);
+}
+
+void TestCrossPlot::metafileAxesOnlyFromAPanel_data()
+{
+    QTest::addColumn<int>("owner");
+    QTest::addColumn<int>("axes");
+    QTest::newRow("panel") << 0 << 1;
+    QTest::newRow("axis widget of a depth plot") << 1 << 0;
+    QTest::newRow("none") << 2 << 0;
+}
+
+void TestCrossPlot::metafileAxesOnlyFromAPanel()
+{
+    QFETCH(int, owner);
+    QFETCH(int, axes);
+    AxesPanel panel;
+    QWidget axisWidget;
+    QWidget* owners[] = {&panel, &axisWidget, nullptr};
+    QCrossPlot plot(nullptr, owners[owner]);
+    plot.resize(201, 101);
+    g_warnings.clear();
+    const QtMessageHandler previous = qInstallMessageHandler(keepWarnings);
+    {
+        PaintRecorder device(QSize(201, 101));
+        QPainter painter(&device);
+        plot.drawChart(painter);
+    }
+    qInstallMessageHandler(previous);
+    QCOMPARE(panel.drawn.size(), axes);
+    if (axes)
+        QCOMPARE(panel.drawn.first(), plot.pixmapRect());
+    QCOMPARE(g_warnings, QStringList());
 }
 
 QTEST_MAIN(TestCrossPlot)
