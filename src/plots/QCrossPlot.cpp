@@ -163,11 +163,14 @@ QPointF QCrossPlot::transformInDataPoint(const QPointF& widgetPixel) const
     const double r = raster.right();
     const double a = m_originPosition == OriginBottomLeft ? raster.bottom() : raster.top();
     const double b = m_originPosition == OriginBottomLeft ? raster.top() : raster.bottom();
+    // Only the raster span divides here: a flat data axis maps every pixel onto its one value,
+    // which the cursor read-out and the picks need. Boundaries of no number give 0.
+    auto unlessNotFinite = [](double v) { return std::isfinite(v) ? v : 0.0; };
     QPointF out(0.0, 0.0);
-    if (std::abs(r - l) > kSpanGuard && usableSpan(m_minPoint.x(), m_maxPoint.x()))
-        out.setX((p.x() - r) / (l - r) * m_minPoint.x() + (p.x() - l) / (r - l) * m_maxPoint.x());
-    if (std::abs(b - a) > kSpanGuard && usableSpan(m_minPoint.y(), m_maxPoint.y()))
-        out.setY((p.y() - b) / (a - b) * m_minPoint.y() + (p.y() - a) / (b - a) * m_maxPoint.y());
+    if (std::abs(r - l) > kSpanGuard)
+        out.setX(unlessNotFinite((p.x() - r) / (l - r) * m_minPoint.x() + (p.x() - l) / (r - l) * m_maxPoint.x()));
+    if (std::abs(b - a) > kSpanGuard)
+        out.setY(unlessNotFinite((p.y() - b) / (a - b) * m_minPoint.y() + (p.y() - a) / (b - a) * m_maxPoint.y()));
     return out;
 }
 
@@ -292,7 +295,8 @@ void QCrossPlot::drawChart(QPainter& painter)
     painter.setBrush(QBrush(Qt::white, Qt::SolidPattern));
     drawGrid(&painter);
     drawLayers(&painter, true);
-    if (m_ownerPanel)
+    // Only a panel draws axes: any other owner (the axis widget of a depth plot) counts as none.
+    if (m_ownerPanel && m_ownerPanel->metaObject()->indexOfMethod("drawAxes(QPainter*,QRect)") >= 0)
         QMetaObject::invokeMethod(m_ownerPanel.data(), "drawAxes", Qt::DirectConnection, Q_ARG(QPainter*, &painter),
                                   Q_ARG(QRect, pixmapRect()));
 }

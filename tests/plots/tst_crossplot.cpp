@@ -87,6 +87,22 @@ public:
     void drawIntervalBoundariesOn(QPainter* painter) { drawIntervalBoundaries(painter); }
 };
 
+// A panel as the plot sees it: something with an invokable drawAxes.
+class AxesPanel : public QWidget
+{
+    Q_OBJECT
+public:
+    Q_INVOKABLE void drawAxes(QPainter*, QRect rect) { drawn << rect; }
+    QList<QRect> drawn;
+};
+
+QStringList g_warnings;
+void keepWarnings(QtMsgType type, const QMessageLogContext&, const QString& text)
+{
+    if (type != QtDebugMsg && type != QtInfoMsg)
+        g_warnings << text;
+}
+
 // What a recorded call drew, by its pen: the chart's layers have their own colours.
 QString layerOf(const QString& call)
 {
@@ -151,6 +167,8 @@ private slots:
     void inverseUnderZoomAndScroll_data();
     void inverseUnderZoomAndScroll();
     void transformGuards();
+    void flatAxisInverse_data();
+    void flatAxisInverse();
     void boundaries_data();
     void boundaries();
     void singleAxisBoundaries();
@@ -174,6 +192,8 @@ private slots:
     void topsFollowTheMouse();
     void intervalBoundaries();
     void stateRules();
+    void metafileAxesOnlyFromAPanel_data();
+    void metafileAxesOnlyFromAPanel();
 };
 
 void TestCrossPlot::transforms_data()
@@ -250,6 +270,33 @@ void TestCrossPlot::transformGuards()
     QCOMPARE(tiny.transformInPixelPoint(QPointF(0.5, 0.5)), QPointF(0, 0));
     QCOMPARE(tiny.transformInDataPoint(QPointF(0.5, 0.5)), QPointF(0, 0));
     QCOMPARE(tiny.pickingEpsX(), 0.0);
+}
+
+void TestCrossPlot::flatAxisInverse_data()
+{
+    QTest::addColumn<QPointF>("min");
+    QTest::addColumn<QPointF>("max");
+    QTest::addColumn<QPointF>("data");
+    // The corners of a fresh plot, and a flat x whose half-width (the y maximum) is 0.
+    QTest::newRow("fresh") << QPointF(10, 10) << QPointF(10, 10) << QPointF(10, 10);
+    QTest::newRow("flat x, y up to 0") << QPointF(4, -50) << QPointF(4, 0) << QPointF(4, -25);
+}
+
+void TestCrossPlot::flatAxisInverse()
+{
+    QFETCH(QPointF, min);
+    QFETCH(QPointF, max);
+    QFETCH(QPointF, data);
+    Plot plot;
+    if (min != max)
+        plot.setBoundaries(min, max);
+    QCOMPARE(plot.minPoint().x(), plot.maxPoint().x());
+    // Every pixel of a flat axis is that axis's one value, in the read-out as in the inverse.
+    QSignalSpy cursor(&plot, &QChartDrawingArea::cursorPos);
+    move(&plot, QPoint(100, 50));
+    QCOMPARE(plot.transformInDataPoint(QPointF(100, 50)), data);
+    QCOMPARE(cursor.count(), 1);
+    QCOMPARE(cursor.first().first().toPointF(), data);
 }
 
 void TestCrossPlot::boundaries_data()
@@ -732,6 +779,38 @@ void TestCrossPlot::stateRules()
     QSignalSpy copy(&plot, &QCrossPlot::signalCopyWEMFToClipboard);
     plot.copyWEMFToClipboard();
     QCOMPARE(copy.count(), 1);
+}
+
+void TestCrossPlot::metafileAxesOnlyFromAPanel_data()
+{
+    QTest::addColumn<int>("owner");
+    QTest::addColumn<int>("axes");
+    QTest::newRow("panel") << 0 << 1;
+    QTest::newRow("axis widget of a depth plot") << 1 << 0;
+    QTest::newRow("none") << 2 << 0;
+}
+
+void TestCrossPlot::metafileAxesOnlyFromAPanel()
+{
+    QFETCH(int, owner);
+    QFETCH(int, axes);
+    AxesPanel panel;
+    QWidget axisWidget;
+    QWidget* owners[] = {&panel, &axisWidget, nullptr};
+    QCrossPlot plot(nullptr, owners[owner]);
+    plot.resize(201, 101);
+    g_warnings.clear();
+    const QtMessageHandler previous = qInstallMessageHandler(keepWarnings);
+    {
+        PaintRecorder device(QSize(201, 101));
+        QPainter painter(&device);
+        plot.drawChart(painter);
+    }
+    qInstallMessageHandler(previous);
+    QCOMPARE(panel.drawn.size(), axes);
+    if (axes)
+        QCOMPARE(panel.drawn.first(), plot.pixmapRect());
+    QCOMPARE(g_warnings, QStringList());
 }
 
 QTEST_MAIN(TestCrossPlot)
