@@ -496,7 +496,8 @@ void QStereoPlotWidget::drawNet(QPainter* painter)
         painter->setBrush(Qt::NoBrush);
     }
     if (m_show10DegreeNet || m_show2DegreeNet) {
-        painter->setPen(m_show10DegreeNet ? tenPen : gridPen);
+        // The diameters take the 10-degree pen even when only the 2-degree net is on.
+        painter->setPen(tenPen);
         painter->setOpacity(0.3);
         const QPointF c(m_centre);
         painter->drawLine(QLineF(c.x() - m_radius, c.y(), c.x() + m_radius, c.y()));
