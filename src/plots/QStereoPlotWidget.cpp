@@ -710,8 +710,10 @@ void QStereoPlotWidget::drawMeanOrientation(QPainter* painter)
         painter->setPen(netPen(colour, width));
         painter->setBrush(Qt::NoBrush);
         drawCyclographicTrace(painter, orientation.x(), orientation.y(), false);
+        // The label goes to the widget pixel of the dip direction, not its raster pixel, so a
+        // zoomed chart shows it off its trace by the zoom offset.
         if (m_showLabels && finite(orientation))
-            drawLabel2(painter, linePixel(orientation.x(), orientation.y()), label, colour);
+            drawLabel2(painter, dipDirectionInPixel(orientation), label, colour);
     };
     if (m_showMeanPrincipalPlane)
         plane(m_model->meanPrincipalPlane(), m_meanPrincipalPlaneColor, m_meanPrincipalPlaneWidth,
@@ -755,7 +757,8 @@ void QStereoPlotWidget::drawDipDirection(QPainter* painter, double dip, double a
     if (!(std::abs(dip) >= kFlat) || !std::isfinite(dip) || !std::isfinite(azimuth))
         return;
     painter->setBrush(colour);
-    const QPointF pixel = linePixel(dip, azimuth);
+    // Widget pixel, unlike drawPole: on a zoomed raster the mark sits off by the zoom offset.
+    const QPointF pixel = dipDirectionInPixel(QPointF(dip, azimuth));
     if (m_model)
         drawPoint(pixel, painter);
     else
@@ -767,7 +770,7 @@ void QStereoPlotWidget::drawDipDirection(QPainter* painter, double dip, double a
 {
     if (!(std::abs(dip) >= kFlat) || !std::isfinite(dip) || !std::isfinite(azimuth))
         return;
-    drawSymbols(linePixel(dip, azimuth), id, colour, selected, kSelectedColour, 1, painter);
+    drawSymbols(dipDirectionInPixel(QPointF(dip, azimuth)), id, colour, selected, kSelectedColour, 1, painter);
 }
 
 void QStereoPlotWidget::drawDipDirectionAsBigCircle(QPainter* painter, double dip, double azimuth,
@@ -1169,8 +1172,10 @@ void QStereoPlotWidget::mouseReleaseEvent(QMouseEvent* event)
                 if (v.isNull())
                     continue;
                 const QPointF p = v.toPointF();
-                // The polygon is in raster pixels, as the drawn lines are.
-                if (lasso.pointInOrOut(linePixel(p.x(), p.y()))) {
+                // The lines are tested at their widget pixels against the polygon in raster
+                // pixels: on a zoomed chart the lasso takes the lines one zoom offset down and to
+                // the right of it.
+                if (lasso.pointInOrOut(dipDirectionInPixel(p))) {
                     m_lineationModel->setSelected(row, true);
                     if (m_model)
                         m_model->setSelected2(m_lineationModel->tableRow(row), true);

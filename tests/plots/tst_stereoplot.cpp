@@ -155,6 +155,8 @@ private slots:
     void netFrames_data();
     void netFrames();
     void pointKindDecidesThePlacement();
+    void zoomedMarksSitAtWidgetPixels_data();
+    void zoomedMarksSitAtWidgetPixels();
     void blockPlacementIsPoleInPixel_data();
     void blockPlacementIsPoleInPixel();
     void tracesWithTheSelectionPass_data();
@@ -601,6 +603,56 @@ void TestStereoPlot::pointKindDecidesThePlacement()
     // The chart's own state is as it was.
     QCOMPARE(net.pointKind(), 0);
     QCOMPARE(net.model(), &model);
+}
+
+void TestStereoPlot::zoomedMarksSitAtWidgetPixels_data()
+{
+    QTest::addColumn<bool>("equalArea");
+    QTest::addColumn<int>("mark");
+    for (const bool area : {true, false}) {
+        const char* n = area ? "area" : "angle";
+        QTest::addRow("%s dip direction", n) << area << 0;
+        QTest::addRow("%s dip direction symbol", n) << area << 1;
+        QTest::addRow("%s plane label", n) << area << 2;
+    }
+}
+
+void TestStereoPlot::zoomedMarksSitAtWidgetPixels()
+{
+    // The single dip direction marks and the labels of result planes go to dipDirectionInPixel as
+    // it stands, the raster pixel less the zoom offset, unlike poles and the data's lines.
+    QFETCH(bool, equalArea);
+    QFETCH(int, mark);
+    const QPointF line(35.0, 120.0);
+    Orientations model({{10.0, 0.0}});
+    model.setPointStyle(QRelationshipItemModel::Cross);
+    model.setPointPixelSize(3);
+    model.setResults({0.0, 0.0}, line, {0.0, 0.0}, {0.0, 0.0});
+    Stereo net(equalArea);
+    net.setModel(&model);
+    net.zoom(1.5);
+    net.redraw();
+    QCOMPARE(net.xOffsetPixels(), 100);
+    QCOMPARE(net.yOffsetPixels(), 100);
+    net.setShowMeanPrincipalPlane(true);
+    const QStringList calls = net.record([&](QPainter* p) {
+        if (mark == 0)
+            net.drawDipDirection(p, line.x(), line.y(), Qt::blue);
+        else if (mark == 1)
+            net.drawDipDirection(p, line.x(), line.y(), Qt::blue, 1, false);
+        else
+            net.drawMeanOrientation(p);
+    });
+    const QPointF at = net.dipDirectionInPixel(line);
+    const int size = mark == 2 ? 4 : 3;
+    const QString cross = QStringLiteral("lines %1,%2-%3,%2 %4,%5-%4,%6 ")
+                              .arg(int(at.x() - size))
+                              .arg(int(at.y()))
+                              .arg(int(at.x() + size))
+                              .arg(int(at.x()))
+                              .arg(int(at.y() - size))
+                              .arg(int(at.y() + size));
+    QVERIFY2(!matching(calls, "^" + QRegularExpression::escape(cross)).isEmpty(), qPrintable(calls.join("\n")));
 }
 
 void TestStereoPlot::blockPlacementIsPoleInPixel_data()
