@@ -559,7 +559,7 @@ void QStereoPlotWidget::redraw()
     }
 }
 
-void QStereoPlotWidget::drawDataPoints(QPainter* painter)
+void QStereoPlotWidget::drawDataPoints(QPainter* painter, bool withDipDirections)
 {
     if (m_showTraces)
         drawCyclographicTraces(painter, m_traceWidth);
@@ -569,7 +569,7 @@ void QStereoPlotWidget::drawDataPoints(QPainter* painter)
         setPointPen(painter);
         drawPoints(painter);
     }
-    if (m_showDipDirections) {
+    if (m_showDipDirections && withDipDirections) {
         m_pointKind = 1;
         m_pointFillColor = m_dipDirectionColor;
         setPointPen(painter);
@@ -1067,8 +1067,9 @@ void QStereoPlotWidget::paintEvent(QPaintEvent* event)
                     drawMaxShearTractionField(&painter);
                 if (m_showMaxShearTractionForData)
                     drawSlipDirectionsForData(&painter);
+                // The drag repaints traces, poles and lineation, not the dip directions.
                 if (m_model->rowCount() < 3000)
-                    drawDataPoints(&painter);
+                    drawDataPoints(&painter, false);
                 drawSigmaStressStateOrientation(&painter);
             }
         }

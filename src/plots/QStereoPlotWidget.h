@@ -251,8 +251,9 @@ protected:
     double netRadius(double a) const;
     // Raster pixel of a line (dipDirectionInPixel + o).
     QPointF linePixel(double plunge, double azimuth) const;
-    // Poles, dip directions and lineation through the point walkers, as the chart order has them.
-    void drawDataPoints(QPainter* painter);
+    // Traces, poles, dip directions and lineation through the point walkers, as the chart order
+    // has them; the stress field's drag leaves the dip directions out.
+    void drawDataPoints(QPainter* painter, bool withDipDirections = true);
 
     // ---- fields, in their order ----
     bool m_showPoles = true;

@@ -49,6 +49,7 @@ public:
     using QStereoPlotWidget::mousePressEvent;
     using QStereoPlotWidget::mouseReleaseEvent;
     using QStereoPlotWidget::netRadius;
+    const QImage& overlay() const { return m_overlayPixmap; }
 };
 
 // Points of a recorded polyline or polygon.
@@ -165,6 +166,8 @@ private slots:
     void plotLimitKeepsTheClip();
     void chartWithoutModel();
     void stressFieldSamplesTheHook();
+    void stressDragLeavesTheDipDirections_data();
+    void stressDragLeavesTheDipDirections();
     void densityCountsWhereTheChartDraws_data();
     void densityCountsWhereTheChartDraws();
 };
@@ -826,6 +829,39 @@ void TestStereoPlot::stressFieldSamplesTheHook()
     // Fewer than two nodes along a side leave the grid alone.
     net.createStressField(1, 5, &grid);
     QCOMPARE(grid.rowCount(), 5);
+}
+
+void TestStereoPlot::stressDragLeavesTheDipDirections_data()
+{
+    QTest::addColumn<bool>("poles");
+    QTest::addColumn<bool>("repainted");
+    QTest::newRow("poles") << true << true;
+    QTest::newRow("dip directions") << false << false;
+}
+
+void TestStereoPlot::stressDragLeavesTheDipDirections()
+{
+    // Dragging the stress field repaints traces, poles and lineation over the raster's copy, but
+    // not the dip directions: the raster's own marks stay as they are.
+    QFETCH(bool, poles);
+    QFETCH(bool, repainted);
+    const QPointF orientation(40.0, 135.0);
+    Orientations model({orientation}, QRelationshipItemModel::ShowAll);
+    model.setPointStyle(QRelationshipItemModel::Circle);
+    model.setPointPixelSize(3);
+    model.setShowStressState(true);
+    Stereo net;
+    net.setModel(&model);
+    net.setShow10DegreeNet(false);
+    net.setShowPoles(poles);
+    net.setShowDipDirections(!poles);
+    net.redraw();
+    net.setMoveStressField(true);
+    QVERIFY(!net.grab().isNull());
+    const QPoint at = (poles ? net.poleInPixel(orientation) : net.dipDirectionInPixel(orientation)).toPoint();
+    const QRect around(at - QPoint(8, 8), QSize(17, 17));
+    QVERIFY(net.chartImage().pixelColor(at) != QColor(Qt::white));
+    QCOMPARE(net.overlay().copy(around) != net.chartImage().copy(around), repainted);
 }
 
 void TestStereoPlot::densityCountsWhereTheChartDraws_data()
