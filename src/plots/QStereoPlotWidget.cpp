@@ -496,7 +496,8 @@ void QStereoPlotWidget::drawNet(QPainter* painter)
         painter->setBrush(Qt::NoBrush);
     }
     if (m_show10DegreeNet || m_show2DegreeNet) {
-        painter->setPen(m_show10DegreeNet ? tenPen : gridPen);
+        // The diameters take the 10-degree pen even when only the 2-degree net is on.
+        painter->setPen(tenPen);
         painter->setOpacity(0.3);
         const QPointF c(m_centre);
         painter->drawLine(QLineF(c.x() - m_radius, c.y(), c.x() + m_radius, c.y()));
@@ -558,7 +559,7 @@ void QStereoPlotWidget::redraw()
     }
 }
 
-void QStereoPlotWidget::drawDataPoints(QPainter* painter)
+void QStereoPlotWidget::drawDataPoints(QPainter* painter, bool withDipDirections)
 {
     if (m_showTraces)
         drawCyclographicTraces(painter, m_traceWidth);
@@ -568,7 +569,7 @@ void QStereoPlotWidget::drawDataPoints(QPainter* painter)
         setPointPen(painter);
         drawPoints(painter);
     }
-    if (m_showDipDirections) {
+    if (m_showDipDirections && withDipDirections) {
         m_pointKind = 1;
         m_pointFillColor = m_dipDirectionColor;
         setPointPen(painter);
@@ -709,8 +710,10 @@ void QStereoPlotWidget::drawMeanOrientation(QPainter* painter)
         painter->setPen(netPen(colour, width));
         painter->setBrush(Qt::NoBrush);
         drawCyclographicTrace(painter, orientation.x(), orientation.y(), false);
+        // The label goes to the widget pixel of the dip direction, not its raster pixel, so a
+        // zoomed chart shows it off its trace by the zoom offset.
         if (m_showLabels && finite(orientation))
-            drawLabel2(painter, linePixel(orientation.x(), orientation.y()), label, colour);
+            drawLabel2(painter, dipDirectionInPixel(orientation), label, colour);
     };
     if (m_showMeanPrincipalPlane)
         plane(m_model->meanPrincipalPlane(), m_meanPrincipalPlaneColor, m_meanPrincipalPlaneWidth,
@@ -754,7 +757,8 @@ void QStereoPlotWidget::drawDipDirection(QPainter* painter, double dip, double a
     if (!(std::abs(dip) >= kFlat) || !std::isfinite(dip) || !std::isfinite(azimuth))
         return;
     painter->setBrush(colour);
-    const QPointF pixel = linePixel(dip, azimuth);
+    // Widget pixel, unlike drawPole: on a zoomed raster the mark sits off by the zoom offset.
+    const QPointF pixel = dipDirectionInPixel(QPointF(dip, azimuth));
     if (m_model)
         drawPoint(pixel, painter);
     else
@@ -766,7 +770,7 @@ void QStereoPlotWidget::drawDipDirection(QPainter* painter, double dip, double a
 {
     if (!(std::abs(dip) >= kFlat) || !std::isfinite(dip) || !std::isfinite(azimuth))
         return;
-    drawSymbols(linePixel(dip, azimuth), id, colour, selected, kSelectedColour, 1, painter);
+    drawSymbols(dipDirectionInPixel(QPointF(dip, azimuth)), id, colour, selected, kSelectedColour, 1, painter);
 }
 
 void QStereoPlotWidget::drawDipDirectionAsBigCircle(QPainter* painter, double dip, double azimuth,
@@ -1063,8 +1067,9 @@ void QStereoPlotWidget::paintEvent(QPaintEvent* event)
                     drawMaxShearTractionField(&painter);
                 if (m_showMaxShearTractionForData)
                     drawSlipDirectionsForData(&painter);
+                // The drag repaints traces, poles and lineation, not the dip directions.
                 if (m_model->rowCount() < 3000)
-                    drawDataPoints(&painter);
+                    drawDataPoints(&painter, false);
                 drawSigmaStressStateOrientation(&painter);
             }
         }
@@ -1168,8 +1173,10 @@ void QStereoPlotWidget::mouseReleaseEvent(QMouseEvent* event)
                 if (v.isNull())
                     continue;
                 const QPointF p = v.toPointF();
-                // The polygon is in raster pixels, as the drawn lines are.
-                if (lasso.pointInOrOut(linePixel(p.x(), p.y()))) {
+                // The lines are tested at their widget pixels against the polygon in raster
+                // pixels: on a zoomed chart the lasso takes the lines one zoom offset down and to
+                // the right of it.
+                if (lasso.pointInOrOut(dipDirectionInPixel(p))) {
                     m_lineationModel->setSelected(row, true);
                     if (m_model)
                         m_model->setSelected2(m_lineationModel->tableRow(row), true);

@@ -18,6 +18,10 @@
 // - pointKind decides what transformInPixelPoint() means (0: the data are planes placed by their
 //   poles; 1: the data are lines placed at their dip direction). It changes many times in one
 //   paint, so a drawing routine sets it before it draws.
+// - drawDipDirection(), the labels of result planes and the lasso's test of the lineation set
+//   go by dipDirectionInPixel() as it stands, in widget pixels: on a zoomed chart they sit one
+//   zoom offset off the raster's lines (the data's dip directions and the pick go by raster
+//   pixels and are not affected).
 // - A pick outside the net is pulled onto the rim, so every pick has an orientation.
 // - The lasso needs three points; with fewer, a release clears the selection even with Control.
 // - The stress and shear drawing reads the model's hooks (getStressOverlay, stressValueNode,
@@ -247,8 +251,9 @@ protected:
     double netRadius(double a) const;
     // Raster pixel of a line (dipDirectionInPixel + o).
     QPointF linePixel(double plunge, double azimuth) const;
-    // Poles, dip directions and lineation through the point walkers, as the chart order has them.
-    void drawDataPoints(QPainter* painter);
+    // Traces, poles, dip directions and lineation through the point walkers, as the chart order
+    // has them; the stress field's drag leaves the dip directions out.
+    void drawDataPoints(QPainter* painter, bool withDipDirections = true);
 
     // ---- fields, in their order ----
     bool m_showPoles = true;

@@ -49,6 +49,7 @@ public:
     using QStereoPlotWidget::mousePressEvent;
     using QStereoPlotWidget::mouseReleaseEvent;
     using QStereoPlotWidget::netRadius;
+    const QImage& overlay() const { return m_overlayPixmap; }
 };
 
 // Points of a recorded polyline or polygon.
@@ -155,6 +156,8 @@ private slots:
     void netFrames_data();
     void netFrames();
     void pointKindDecidesThePlacement();
+    void zoomedMarksSitAtWidgetPixels_data();
+    void zoomedMarksSitAtWidgetPixels();
     void blockPlacementIsPoleInPixel_data();
     void blockPlacementIsPoleInPixel();
     void tracesWithTheSelectionPass_data();
@@ -163,6 +166,8 @@ private slots:
     void plotLimitKeepsTheClip();
     void chartWithoutModel();
     void stressFieldSamplesTheHook();
+    void stressDragLeavesTheDipDirections_data();
+    void stressDragLeavesTheDipDirections();
     void densityCountsWhereTheChartDraws_data();
     void densityCountsWhereTheChartDraws();
 };
@@ -563,7 +568,14 @@ void TestStereoPlot::netFrames()
         QCOMPARE(matching(calls, "^path ").size(), blanks);
     }
     // The diameters with a net, and always the green centre cross last.
-    QCOMPARE(matching(calls, "^lines 39,199-359,199").size(), ten || two ? 1 : 0);
+    const QStringList diameters = matching(calls, "^lines 39,199-359,199");
+    QCOMPARE(diameters.size(), ten || two ? 1 : 0);
+    // They take the 10-degree net's pen, label coloured once the 2-degree net is on.
+    if (!diameters.isEmpty()) {
+        const QColor pen = two ? net.labelColor() : net.gridColor();
+        QVERIFY2(diameters.first().contains(QStringLiteral("pen ") + pen.name(QColor::HexArgb)),
+                 qPrintable(diameters.first()));
+    }
     QVERIFY(calls.last().startsWith(QLatin1String("lines 195,199-203,199 199,195-199,203 | pen #ff008000 3")));
 }
 
@@ -594,6 +606,56 @@ void TestStereoPlot::pointKindDecidesThePlacement()
     // The chart's own state is as it was.
     QCOMPARE(net.pointKind(), 0);
     QCOMPARE(net.model(), &model);
+}
+
+void TestStereoPlot::zoomedMarksSitAtWidgetPixels_data()
+{
+    QTest::addColumn<bool>("equalArea");
+    QTest::addColumn<int>("mark");
+    for (const bool area : {true, false}) {
+        const char* n = area ? "area" : "angle";
+        QTest::addRow("%s dip direction", n) << area << 0;
+        QTest::addRow("%s dip direction symbol", n) << area << 1;
+        QTest::addRow("%s plane label", n) << area << 2;
+    }
+}
+
+void TestStereoPlot::zoomedMarksSitAtWidgetPixels()
+{
+    // The single dip direction marks and the labels of result planes go to dipDirectionInPixel as
+    // it stands, the raster pixel less the zoom offset, unlike poles and the data's lines.
+    QFETCH(bool, equalArea);
+    QFETCH(int, mark);
+    const QPointF line(35.0, 120.0);
+    Orientations model({{10.0, 0.0}});
+    model.setPointStyle(QRelationshipItemModel::Cross);
+    model.setPointPixelSize(3);
+    model.setResults({0.0, 0.0}, line, {0.0, 0.0}, {0.0, 0.0});
+    Stereo net(equalArea);
+    net.setModel(&model);
+    net.zoom(1.5);
+    net.redraw();
+    QCOMPARE(net.xOffsetPixels(), 100);
+    QCOMPARE(net.yOffsetPixels(), 100);
+    net.setShowMeanPrincipalPlane(true);
+    const QStringList calls = net.record([&](QPainter* p) {
+        if (mark == 0)
+            net.drawDipDirection(p, line.x(), line.y(), Qt::blue);
+        else if (mark == 1)
+            net.drawDipDirection(p, line.x(), line.y(), Qt::blue, 1, false);
+        else
+            net.drawMeanOrientation(p);
+    });
+    const QPointF at = net.dipDirectionInPixel(line);
+    const int size = mark == 2 ? 4 : 3;
+    const QString cross = QStringLiteral("lines %1,%2-%3,%2 %4,%5-%4,%6 ")
+                              .arg(int(at.x() - size))
+                              .arg(int(at.y()))
+                              .arg(int(at.x() + size))
+                              .arg(int(at.x()))
+                              .arg(int(at.y() - size))
+                              .arg(int(at.y() + size));
+    QVERIFY2(!matching(calls, "^" + QRegularExpression::escape(cross)).isEmpty(), qPrintable(calls.join("\n")));
 }
 
 void TestStereoPlot::blockPlacementIsPoleInPixel_data()
@@ -767,6 +829,39 @@ void TestStereoPlot::stressFieldSamplesTheHook()
     // Fewer than two nodes along a side leave the grid alone.
     net.createStressField(1, 5, &grid);
     QCOMPARE(grid.rowCount(), 5);
+}
+
+void TestStereoPlot::stressDragLeavesTheDipDirections_data()
+{
+    QTest::addColumn<bool>("poles");
+    QTest::addColumn<bool>("repainted");
+    QTest::newRow("poles") << true << true;
+    QTest::newRow("dip directions") << false << false;
+}
+
+void TestStereoPlot::stressDragLeavesTheDipDirections()
+{
+    // Dragging the stress field repaints traces, poles and lineation over the raster's copy, but
+    // not the dip directions: the raster's own marks stay as they are.
+    QFETCH(bool, poles);
+    QFETCH(bool, repainted);
+    const QPointF orientation(40.0, 135.0);
+    Orientations model({orientation}, QRelationshipItemModel::ShowAll);
+    model.setPointStyle(QRelationshipItemModel::Circle);
+    model.setPointPixelSize(3);
+    model.setShowStressState(true);
+    Stereo net;
+    net.setModel(&model);
+    net.setShow10DegreeNet(false);
+    net.setShowPoles(poles);
+    net.setShowDipDirections(!poles);
+    net.redraw();
+    net.setMoveStressField(true);
+    QVERIFY(!net.grab().isNull());
+    const QPoint at = (poles ? net.poleInPixel(orientation) : net.dipDirectionInPixel(orientation)).toPoint();
+    const QRect around(at - QPoint(8, 8), QSize(17, 17));
+    QVERIFY(net.chartImage().pixelColor(at) != QColor(Qt::white));
+    QCOMPARE(net.overlay().copy(around) != net.chartImage().copy(around), repainted);
 }
 
 void TestStereoPlot::densityCountsWhereTheChartDraws_data()

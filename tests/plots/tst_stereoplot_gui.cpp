@@ -1,7 +1,8 @@
 // The stereonet under the mouse, on a shown window: a lasso drawn with the button held selects
 // exactly the points inside it (points sit three pixels either side of every edge), on both nets,
 // zoomed or not, for poles, dip directions and the lineation set; Control adds to the selection;
-// a lasso of one or two points clears it; picks at the centre, on the rim and outside the net.
+// a lasso of one or two points clears it; zoomed, the lineation set is taken at its widget
+// pixels; picks at the centre, on the rim and outside the net.
 #include <QRelationshipItemModel.h>
 #include <QStereoPlotWidget.h>
 
@@ -99,6 +100,8 @@ private slots:
     void lassoSelectsExactlyTheRowsInside_data();
     void lassoSelectsExactlyTheRowsInside();
     void lassoTakesTheLineationSet();
+    void zoomedLassoTakesLinesAtTheirWidgetPixels_data();
+    void zoomedLassoTakesLinesAtTheirWidgetPixels();
     void controlAddsAndShortLassosClear();
     void picks_data();
     void picks();
@@ -171,6 +174,48 @@ void TestStereoPlotGui::lassoTakesTheLineationSet()
     QCOMPARE(shown.selected, (std::set<std::size_t>{1}));
     QVERIFY(lineation.model.isSelected(1));
     QVERIFY(!lineation.model.isSelected(0));
+}
+
+void TestStereoPlotGui::zoomedLassoTakesLinesAtTheirWidgetPixels_data()
+{
+    QTest::addColumn<bool>("equalArea");
+    QTest::newRow("area") << true;
+    QTest::newRow("angle") << false;
+}
+
+void TestStereoPlotGui::zoomedLassoTakesLinesAtTheirWidgetPixels()
+{
+    // The lineation set is tested at dipDirectionInPixel (raster less the zoom offset o) against
+    // the lasso in raster pixels: zoomed, the lasso takes the lines drawn o beyond it.
+    QFETCH(bool, equalArea);
+    Shown shown(equalArea, 1.5);
+    QStereoPlotWidget& net = shown.net;
+    const QPoint o(net.xOffsetPixels(), net.yOffsetPixels());
+    QCOMPARE(o, QPoint(100, 100));
+    const QPoint c = shown.centre();
+    const QVector<QPoint> polygon = {c + QPoint(-30, -20), c + QPoint(25, -30), c + QPoint(20, 25), c + QPoint(-25, 20)};
+    QVector<bool> inside;
+    const QVector<QPointF> pixels = besideTheEdges(polygon, inside);
+    // Line k drawn at widget pixel pixels[k] + o; one more line drawn inside the lasso itself.
+    QVector<QPointF> lines;
+    for (QPointF pixel : pixels + QVector<QPointF>{QPointF(c)}) {
+        if (lines.size() < pixels.size())
+            pixel += o;
+        double dip, azimuth;
+        QVERIFY(net.generateDipAndDipAzimuth(pixel, dip, azimuth));
+        lines << QPointF(90.0 - dip, std::fmod(azimuth + 180.0, 360.0));
+    }
+    Orientations data({{80.0, 10.0}});
+    Orientations lineation(lines);
+    net.setModel(&data.model);
+    net.setShowPoles(false);
+    net.setLineationModel(&lineation.model);
+    net.updateChart();
+    shown.lasso(polygon);
+    for (int k = 0; k < lines.size(); ++k) {
+        const bool expected = k < pixels.size() && inside[k];
+        QVERIFY2(lineation.model.isSelected(k) == expected, qPrintable(QString::number(k)));
+    }
 }
 
 void TestStereoPlotGui::controlAddsAndShortLassosClear()
