@@ -314,7 +314,11 @@ void DepthLineField::generateAquidistantIntervalFilter(const double& size, const
     const QPointF orientation(-1.0, 0.0);
     double d = min;
     // A step that cannot advance would never leave the loop: such a filter keeps its first line.
-    if (!(size > 0.0) || !std::isfinite(size) || !std::isfinite(min) || !std::isfinite(max)) {
+    // So does a step so small against the range (a bin size typed in the wrong unit) that the
+    // loop would exhaust memory long before it ends.
+    const double kMostBoundaries = 1e6;
+    if (!(size > 0.0) || !std::isfinite(size) || !std::isfinite(min) || !std::isfinite(max)
+        || (max - min) / size > kMostBoundaries) {
         addLine(0.0, d, name, Qt::red, IntervalBoundary, orientation, -1);
         return;
     }

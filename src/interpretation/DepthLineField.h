@@ -78,8 +78,8 @@ public:
 
     // ---- interval filters ----
     // Boundaries from min by size while below max, then one more at the first value not below
-    // max. A size that is not positive or not finite, or a range that is not finite, would never
-    // end: such a filter keeps its line at min only.
+    // max. A size that is not positive or not finite, a range that is not finite, or more than a
+    // million steps would never end or exhaust memory: such a filter keeps its line at min only.
     void generateAquidistantIntervalFilter(const double& size, const double& min, const double& max);
     // count + 1 boundaries from min to max in equal steps; a count below 1 leaves the line at min.
     void generateNumberOfIntervalFilter(const int& count, const double& min, const double& max);

@@ -135,6 +135,11 @@ void TestDecimation::filters_data()
     QTest::newRow("empty range") << 0 << 10.0 << 5.0 << 5.0 << std::vector<double>{5};
     QTest::newRow("size 0 does not hang") << 0 << 0.0 << 0.0 << 10.0 << std::vector<double>{0};
     QTest::newRow("negative size does not hang") << 0 << -1.0 << 0.0 << 10.0 << std::vector<double>{0};
+    std::vector<double> million(1000001);
+    for (std::size_t i = 0; i < million.size(); ++i)
+        million[i] = double(i);
+    QTest::newRow("a million steps") << 0 << 1.0 << 0.0 << 1e6 << million;
+    QTest::newRow("size far too small does not hang") << 0 << 1e-9 << 0.0 << 1e4 << std::vector<double>{0};
     QTest::newRow("four intervals") << 1 << 4.0 << 0.0 << 100.0 << std::vector<double>{0, 25, 50, 75, 100};
     QTest::newRow("one interval") << 1 << 1.0 << 10.0 << 20.0 << std::vector<double>{10, 20};
     QTest::newRow("count 0: the line at min") << 1 << 0.0 << 10.0 << 20.0 << std::vector<double>{10};
