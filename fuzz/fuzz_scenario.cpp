@@ -1,12 +1,11 @@
 // Feeds arbitrary bytes to the scenario reader. Whatever it keeps must be a well-formed field:
-// parallel vectors, finite depths, and a text that, written and read once more, writes the
+// parallel vectors, no well rows, and a text that, written and read once more, writes the
 // same text again.
 #include <DepthLineField.h>
 
 #include <QByteArray>
 #include <QString>
 
-#include <cmath>
 #include <cstdint>
 #include <cstdlib>
 
@@ -23,13 +22,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         || field.lineTypes().size() != n || field.selected().size() != n || field.lineOrientations().size() != n
         || field.originalRowPos().size() != n || field.originalDepthChanged().size() != n)
         std::abort();
-    for (std::size_t i = 0; i < n; ++i) {
-        if (!std::isfinite(field.lineDepths()[i]) || field.originalRowPos()[i] != -1)
+    // Numbers that do not parse read as 0 and type numbers stay as written, so a line is kept
+    // whatever its fields hold; only the well row is fixed.
+    for (std::size_t i = 0; i < n; ++i)
+        if (field.originalRowPos()[i] != -1)
             std::abort();
-        const int type = int(field.lineTypes()[i]);
-        if (type < 0 || type > 6)
-            std::abort();
-    }
     if (n > 0 && !field.modified())
         std::abort();
 

@@ -35,14 +35,6 @@ QString colourText(const QColor& colour)
     return colour.name(QColor::HexRgb).toUpper();
 }
 
-DepthLineField::DataType typeFromNumber(int number)
-{
-    // Numbers outside the enumeration would be undefined as enum values; they read as horizons.
-    return number >= DepthLineField::CrestalPlane && number <= DepthLineField::Top
-               ? static_cast<DepthLineField::DataType>(number)
-               : DepthLineField::Horizon;
-}
-
 } // namespace
 
 DepthLineField::DepthLineField(const QString& name)
@@ -322,9 +314,12 @@ void DepthLineField::generateAquidistantIntervalFilter(const double& size, const
     const QPointF orientation(-1.0, 0.0);
     double d = min;
     // A step that cannot advance would never leave the loop: such a filter keeps its first line.
-    if (!(size > 0.0) || !std::isfinite(size) || !std::isfinite(min) || !std::isfinite(max)) {
-        if (std::isfinite(min))
-            addLine(0.0, d, name, Qt::red, IntervalBoundary, orientation, -1);
+    // So does a step so small against the range (a bin size typed in the wrong unit) that the
+    // loop would exhaust memory long before it ends.
+    const double kMostBoundaries = 1e6;
+    if (!(size > 0.0) || !std::isfinite(size) || !std::isfinite(min) || !std::isfinite(max)
+        || (max - min) / size > kMostBoundaries) {
+        addLine(0.0, d, name, Qt::red, IntervalBoundary, orientation, -1);
         return;
     }
     while (d < max) {
@@ -340,11 +335,10 @@ void DepthLineField::generateAquidistantIntervalFilter(const double& size, const
 void DepthLineField::generateNumberOfIntervalFilter(const int& count, const double& min, const double& max)
 {
     clearAll();
-    if (count < 1 || !std::isfinite(min) || !std::isfinite(max))
-        return;
     const QString name = QStringLiteral("Name");
     const QPointF orientation(-1.0, 0.0);
-    const double step = (max - min) / count;
+    // No step is taken for a count below 1; the division is left out there.
+    const double step = count > 0 ? (max - min) / count : 0.0;
     double d = min;
     for (int i = 0; i < count; ++i) {
         addLine(0.0, d, name, Qt::red, IntervalBoundary, orientation, -1);
@@ -406,13 +400,10 @@ void DepthLineField::readFromText(const QString& text)
         const QStringList tokens = line.split(blanks, Qt::KeepEmptyParts);
         if (tokens.size() < 8)
             continue;
-        bool depthOk = false;
-        const double depth = tokens[2].toDouble(&depthOk);
-        // The depth places the line; without one the line is not kept.
-        if (!depthOk || !std::isfinite(depth))
-            continue;
+        // A number that does not parse reads as 0: the line is kept, whatever it holds.
         const double x = tokens[1].toDouble();
-        const DataType t = typeFromNumber(tokens[3].toInt(nullptr, 10));
+        const double depth = tokens[2].toDouble();
+        const DataType t = static_cast<DataType>(tokens[3].toInt(nullptr, 10));
         const QColor colour = MatrixData::colorFromHexaString(tokens[4]);
         const QPointF orientation(tokens[5].toDouble(), tokens[6].toDouble());
         addLine(x, depth, tokens[7], colour, t, orientation, -1);

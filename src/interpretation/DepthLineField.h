@@ -24,8 +24,9 @@ namespace rkBase {
 class DepthLineField
 {
 public:
-    // The number is what the scenario file holds.
-    enum DataType {
+    // The number is what the scenario file holds. A file may hold other numbers; they are kept as
+    // they are (hence the fixed underlying type) and written back unchanged.
+    enum DataType : int {
         CrestalPlane = 0,
         AxialPlane = 1,
         InflectionPlane = 2,
@@ -77,9 +78,10 @@ public:
 
     // ---- interval filters ----
     // Boundaries from min by size while below max, then one more at the first value not below
-    // max. A size that is not positive or not finite gives a filter with the line at min only.
+    // max. A size that is not positive or not finite, a range that is not finite, or more than a
+    // million steps would never end or exhaust memory: such a filter keeps its line at min only.
     void generateAquidistantIntervalFilter(const double& size, const double& min, const double& max);
-    // count + 1 boundaries from min to max in equal steps; no lines for a count below 1.
+    // count + 1 boundaries from min to max in equal steps; a count below 1 leaves the line at min.
     void generateNumberOfIntervalFilter(const int& count, const double& min, const double& max);
 
     // ---- the scenario file ----

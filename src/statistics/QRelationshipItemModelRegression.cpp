@@ -47,8 +47,9 @@ private:
     // Out of line, so that the walks keep their sums in registers around it.
     [[gnu::noinline]] bool readValue(int row, QPointF& p) const
     {
+        // isNull() is no test here: a point at the origin is null and still a valid cell.
         const QVariant v = m_data->value(row, 0);
-        if (!v.isValid() || v.isNull() || !v.canConvert<QPointF>())
+        if (!v.isValid() || !v.canConvert<QPointF>())
             return false;
         p = v.toPointF();
         return true;
@@ -163,7 +164,10 @@ void QRelationshipItemModel::generateDataDecimation()
     // Ascending boundaries let a point find its interval from a guess on the evenly spaced
     // scale (exact for the equal-size and equal-number filters, a few steps off for manual
     // ones); any other order keeps the first-match walk.
-    const bool ascending = std::is_sorted(b.begin(), b.end());
+    // Boundaries that are not finite (a not-a-number one compares false either way) keep the walk.
+    bool ascending = std::isfinite(b.front());
+    for (std::size_t k = 1; ascending && k < b.size(); ++k)
+        ascending = std::isfinite(b[k]) && b[k - 1] <= b[k];
     const double first = b.front();
     const double last = b.back();
     // A span too small to divide by leaves the guess at the first interval.
@@ -180,11 +184,16 @@ void QRelationshipItemModel::generateDataDecimation()
             continue;
         const double y = p.y();
         int i = -1;
-        if (ascending) {
+        if (std::isnan(y)) {
+            // Not below and not above any boundary: the first interval takes it.
+            i = 0;
+        } else if (ascending) {
             if (y >= first && y <= last) {
                 // The interval below the first boundary not below y, or the first interval:
-                // i + 1 boundaries lie below y, or none does.
-                i = std::min(intervals - 1, std::max(0, int((y - first) * perUnit)));
+                // i + 1 boundaries lie below y, or none does. The guess is bounded before it
+                // becomes an index: y - first may overflow where the span did not.
+                const double guess = (y - first) * perUnit;
+                i = guess >= 0.0 ? int(std::min(guess, double(intervals - 1))) : 0;
                 while (i > 0 && b[std::size_t(i)] >= y)
                     --i;
                 while (i + 1 < intervals && b[std::size_t(i) + 1] < y)

@@ -56,6 +56,7 @@ private slots:
     void missingOrUnreadable();
     void damaged_data();
     void damaged();
+    void typeNumbersKept();
     void roundTrip();
 };
 
@@ -152,9 +153,12 @@ void TestScenarioFile::damaged_data()
         << QList<double>{1300, 1234.57} << QStringList{"Wide", "Crest"};
     QTest::newRow("unpadded line shifts and is lost")
         << kBanner + header + "0 1300 6 #FF0000 1 2 Name\n" + crest << QList<double>{1234.57} << QStringList{"Crest"};
-    QTest::newRow("depth not a number skipped")
-        << kBanner + header + " 0 deep 6 #FF0000 1 2 Bad\n" + top << QList<double>{1200.5}
-        << QStringList{"Top_Reservoir"};
+    QTest::newRow("depth not a number reads as 0")
+        << kBanner + header + " 0 deep 6 #FF0000 1 2 Bad\n" + top << QList<double>{0, 1200.5}
+        << QStringList{"Bad", "Top_Reservoir"};
+    QTest::newRow("infinite depth kept")
+        << kBanner + header + " 0 -inf 6 #FF0000 1 2 Deep\n" + top << QList<double>{-qInf(), 1200.5}
+        << QStringList{"Deep", "Top_Reservoir"};
     QTest::newRow("other bad numbers read as 0")
         << kBanner + header + " x 1300 t #FF0000 d a Odd\n" << QList<double>{1300} << QStringList{"Odd"};
     QTest::newRow("duplicate names kept")
@@ -167,10 +171,14 @@ void TestScenarioFile::damaged_data()
     QTest::newRow("empty") << QByteArray() << QList<double>{} << QStringList{};
     QByteArray junk;
     std::mt19937 rng(3);
-    for (int i = 0; i < 4096; ++i)
-        junk.append(char(rng() & 0xff));
-    QTest::newRow("binary junk between") << kBanner + header + top + junk.replace('\n', 'x') + "\n" + crest
-                                         << both << bothNames;
+    for (int i = 0; i < 4096; ++i) {
+        const char c = char(rng() & 0xff);
+        // No white space, so that the junk is one token (0xC2 leads the UTF-8 of wide blanks).
+        junk.append(QByteArray(" \t\n\v\f\r\xc2\xe2\xe3").contains(c) ? 'x' : c);
+    }
+    QTest::newRow("binary junk between") << kBanner + header + top + junk + "\n" + crest << both << bothNames;
+    QTest::newRow("junk in eight fields kept") << kBanner + header + top + " " + junk.left(9) + " ~ x\xff y z w Junk\n"
+                                               << QList<double>{1200.5, 0} << QStringList{"Top_Reservoir", "Junk"};
     QTest::newRow("10 MB line") << kBanner + header + top + QByteArray(10 * 1024 * 1024, 'z') + "\n" + crest << both
                                 << bothNames;
     QTest::newRow("10 MB of blanks") << kBanner + header + top + QByteArray(10 * 1024 * 1024, ' ') + "\n" + crest
@@ -190,6 +198,23 @@ void TestScenarioFile::damaged()
     QCOMPARE(QList<double>(f.lineDepths().begin(), f.lineDepths().end()), depths);
     QCOMPARE(QStringList(f.lineNames().begin(), f.lineNames().end()), names);
     QCOMPARE(f.lineTypes().size(), f.lineDepths().size());
+}
+
+// A type number outside the table is no reason to lose it: it comes back as it was written.
+void TestScenarioFile::typeNumbersKept()
+{
+    const QByteArray header = fixture().mid(kBanner.size(), 8 * 30);
+    DLF f(QStringLiteral("S"));
+    f.readFromText(QString::fromUtf8(kBanner + header + " 0 10 9 #FF0000 1 2 A\n 0 20 -2 #FF0000 1 2 B\n"
+                                     + " 0 30 five #FF0000 1 2 C\n"));
+    QCOMPARE(f.lineTypes().size(), std::size_t(3));
+    QCOMPARE(int(f.lineTypes()[0]), 9);
+    QCOMPARE(int(f.lineTypes()[1]), -2);
+    QCOMPARE(int(f.lineTypes()[2]), 0); // not a number: 0
+    const QStringList lines = f.writeToText().split(QLatin1Char('\n'));
+    QCOMPARE(lines[2].mid(60, 30).trimmed(), QStringLiteral("9"));
+    QCOMPARE(lines[3].mid(60, 30).trimmed(), QStringLiteral("-2"));
+    QCOMPARE(DLF::type(f.lineTypes()[0]), QStringLiteral("Horizon"));
 }
 
 // Random scenarios written and read back: the numbers keep six significant digits, blanks in

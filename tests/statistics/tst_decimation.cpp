@@ -118,6 +118,8 @@ private slots:
     void orientationWithoutAzimuth_data();
     void orientationWithoutAzimuth();
     void nearestTableRow();
+    void unusualBoundariesAndDepths_data();
+    void unusualBoundariesAndDepths();
 };
 
 void TestDecimation::filters_data()
@@ -133,9 +135,15 @@ void TestDecimation::filters_data()
     QTest::newRow("empty range") << 0 << 10.0 << 5.0 << 5.0 << std::vector<double>{5};
     QTest::newRow("size 0 does not hang") << 0 << 0.0 << 0.0 << 10.0 << std::vector<double>{0};
     QTest::newRow("negative size does not hang") << 0 << -1.0 << 0.0 << 10.0 << std::vector<double>{0};
+    std::vector<double> million(1000001);
+    for (std::size_t i = 0; i < million.size(); ++i)
+        million[i] = double(i);
+    QTest::newRow("a million steps") << 0 << 1.0 << 0.0 << 1e6 << million;
+    QTest::newRow("size far too small does not hang") << 0 << 1e-9 << 0.0 << 1e4 << std::vector<double>{0};
     QTest::newRow("four intervals") << 1 << 4.0 << 0.0 << 100.0 << std::vector<double>{0, 25, 50, 75, 100};
     QTest::newRow("one interval") << 1 << 1.0 << 10.0 << 20.0 << std::vector<double>{10, 20};
-    QTest::newRow("no interval") << 1 << 0.0 << 10.0 << 20.0 << std::vector<double>{};
+    QTest::newRow("count 0: the line at min") << 1 << 0.0 << 10.0 << 20.0 << std::vector<double>{10};
+    QTest::newRow("negative count: the line at min") << 1 << -3.0 << 10.0 << 20.0 << std::vector<double>{10};
 }
 
 void TestDecimation::filters()
@@ -302,6 +310,53 @@ void TestDecimation::nearestTableRow()
     l.model->generateNumberOfIntervalFilter(2, 0, 100);
     l.model->generateDataDecimation();
     QCOMPARE(l.model->decimationTableRows(), (std::vector<int>{1, 4}));
+}
+
+void TestDecimation::unusualBoundariesAndDepths_data()
+{
+    QTest::addColumn<QVector<QPointF>>("rows"); // a NaN y is written into the point list directly
+    QTest::addColumn<std::vector<double>>("boundaries");
+    QTest::addColumn<std::vector<double>>("counts");
+    const double nan = qQNaN();
+    // y lies in interval i unless y < b[i] or y > b[i + 1]: both tests fail against NaN.
+    QTest::newRow("not-a-number boundary catches all")
+        << QVector<QPointF>{{1, 2}, {2, 7}, {3, 12}} << std::vector<double>{0, nan, 10} << std::vector<double>{3};
+    QTest::newRow("infinite ends") << QVector<QPointF>{{1, -5}, {2, 5}, {3, 0}, {4, -1e308}, {5, 1e308}}
+                                   << std::vector<double>{-qInf(), 0, qInf()} << std::vector<double>{3, 2};
+    QTest::newRow("ends too far apart for a span") << QVector<QPointF>{{1, -1e308}, {2, 1e308}, {3, 0}}
+                                                   << std::vector<double>{-1.5e308, 0, 1.5e308}
+                                                   << std::vector<double>{2, 1};
+    QTest::newRow("point without a depth: first interval")
+        << QVector<QPointF>{{1, 5}, {2, 15}, {3, nan}} << std::vector<double>{0, 10, 20}
+        << std::vector<double>{2, 1};
+    QTest::newRow("point without a depth, unordered boundaries")
+        << QVector<QPointF>{{1, 5}, {3, nan}} << std::vector<double>{10, 0, 20} << std::vector<double>{1, 1};
+}
+
+void TestDecimation::unusualBoundariesAndDepths()
+{
+    QFETCH(QVector<QPointF>, rows);
+    QFETCH(std::vector<double>, boundaries);
+    QFETCH(std::vector<double>, counts);
+    QVector<QPointF> finite = rows;
+    for (QPointF& p : finite)
+        if (std::isnan(p.y()))
+            p.setY(0.0);
+    Loaded l = load(finite);
+    for (int r = 0; r < rows.size(); ++r)
+        l.model->data()->setValue(r, 0, QVariant(rows[r]));
+    l.model->touchData();
+    // Placeholders in order, then the boundaries as given: the filter takes them as they stand.
+    for (std::size_t i = 0; i < boundaries.size(); ++i)
+        l.model->insertIntervalBoundary(double(i), 0.5);
+    for (std::size_t i = 0; i < boundaries.size(); ++i)
+        l.model->intervalFilter()->updatePickedHorizon(int(i), boundaries[i]);
+    l.model->generateDataDecimation();
+    const QVector<QPointF> out = points(l.model->decimationCount());
+    std::vector<double> got;
+    for (const QPointF& p : out)
+        got.push_back(p.x());
+    QCOMPARE(got, counts);
 }
 
 QTEST_GUILESS_MAIN(TestDecimation)

@@ -1,5 +1,6 @@
 // The regression line of the relationship model against an independent least-squares fit, its
 // no-value and snapping rules, and the row filter.
+#include <CellColumn.h>
 #include <MatrixData.h>
 #include <QRelationshipItemModel.h>
 
@@ -86,6 +87,7 @@ private slots:
     void special_data();
     void special();
     void rowFilter();
+    void pointsReadAsValues();
 };
 
 void TestRegression::againstLeastSquares_data()
@@ -182,6 +184,25 @@ void TestRegression::rowFilter()
     double a, b, r;
     reference(rows, a, b, r);
     QVERIFY(std::fabs(s - a) < 1e-9 && std::fabs(i - b) < 1e-9);
+}
+
+void TestRegression::pointsReadAsValues()
+{
+    // A list that keeps its points as plain values is read through value(): a point at the
+    // origin is a valid cell there too and counts.
+    const QVector<QPointF> rows{{0, 0}, {1, 1}, {2, 5}};
+    Loaded l = load(rows);
+    double s0, i0, c0;
+    l.model->calculateRegressionLine(s0, i0, c0);
+    l.model->data()->setCellType(QVariant::SizeF);
+    QVERIFY(!l.model->data()->cellColumn(0)->pointData());
+    QCOMPARE(l.model->data()->value(0, 0).toPointF(), QPointF(0, 0));
+    l.model->touchData();
+    double s, i, c;
+    l.model->calculateRegressionLine(s, i, c);
+    QCOMPARE(s, 2.5);
+    QCOMPARE(s, s0);
+    QVERIFY(std::fabs(i - i0) < 1e-12 && std::fabs(c - c0) < 1e-12);
 }
 
 QTEST_GUILESS_MAIN(TestRegression)
