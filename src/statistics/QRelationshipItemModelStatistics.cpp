@@ -44,6 +44,42 @@ void decompose(const double m[3][3], double eigenvalues[3], gdfVertex vectors[3]
     for (int i = 0; i < 3; ++i)
         vectors[i] = gdfVertex(q[0][i], q[1][i], q[2][i]);
 }
+
+// Rows gathered a block at a time with two angles each (radians), whose sines and cosines are
+// then taken in one call per block, four at a time where the processor allows: a walk over a
+// million orientations is otherwise bound by them.
+class AngleBlocks
+{
+public:
+    // True when the block is full and wants a flush.
+    bool add(int row, double first, double second)
+    {
+        m_angles[2 * m_n] = first;
+        m_angles[2 * m_n + 1] = second;
+        m_rows[m_n] = row;
+        return ++m_n == kRows;
+    }
+
+    // Hands each row in order with (sin first, cos first, sin second, cos second), and empties.
+    template <class Take>
+    void flush(Take&& take)
+    {
+        FastTrig::sinCosArray(m_angles, m_sines, m_cosines, 2 * m_n);
+        for (int j = 0; j < m_n; ++j) {
+            const double t[4] = {m_sines[2 * j], m_cosines[2 * j], m_sines[2 * j + 1], m_cosines[2 * j + 1]};
+            take(m_rows[j], t);
+        }
+        m_n = 0;
+    }
+
+private:
+    static constexpr int kRows = 256;
+    double m_angles[2 * kRows];
+    double m_sines[2 * kRows];
+    double m_cosines[2 * kRows];
+    int m_rows[kRows];
+    int m_n = 0;
+};
 } // namespace
 
 // ---- per-point cache ----------------------------------------------------------------------
@@ -127,28 +163,14 @@ bool QRelationshipItemModel::refreshOrientationCache()
     c.valid.resize(static_cast<std::size_t>(rows));
     c.poles = OrientationTotals();
     c.lines = OrientationTotals();
-    // Rows in blocks: the angles of a block first, their sines and cosines in one call each (four
-    // at a time where the processor allows), then the cache entries and the totals in row order.
-    constexpr int kBlock = 256;
-    double angles[2 * kBlock];
-    double sines[2 * kBlock];
-    double cosines[2 * kBlock];
-    int blockRows[kBlock];
-    int n = 0;
-    const auto flush = [&] {
-        FastTrig::sinCosArray(angles, sines, cosines, 2 * n);
-        for (int j = 0; j < n; ++j) {
-            double* t = &c.trig[4 * static_cast<std::size_t>(blockRows[j])];
-            t[0] = sines[2 * j];
-            t[1] = cosines[2 * j];
-            t[2] = sines[2 * j + 1];
-            t[3] = cosines[2 * j + 1];
-            const gdfVertex pole = OrientationCache::pole(t);
-            const gdfVertex line = OrientationCache::line(t);
-            c.poles.add(pole.x(), pole.y(), pole.z());
-            c.lines.add(line.x(), line.y(), line.z());
-        }
-        n = 0;
+    AngleBlocks blocks;
+    const auto store = [&c](int row, const double* trig) {
+        double* t = &c.trig[4 * static_cast<std::size_t>(row)];
+        std::copy(trig, trig + 4, t);
+        const gdfVertex pole = OrientationCache::pole(t);
+        const gdfVertex line = OrientationCache::line(t);
+        c.poles.add(pole.x(), pole.y(), pole.z());
+        c.lines.add(line.x(), line.y(), line.z());
     };
     for (int row = 0; row < rows; ++row) {
         c.valid[static_cast<std::size_t>(row)] = 0;
@@ -157,13 +179,10 @@ bool QRelationshipItemModel::refreshOrientationCache()
             continue;
         // 2 marks a dip within [-90, 90], where the density count may use closed forms.
         c.valid[static_cast<std::size_t>(row)] = std::abs(p.x()) <= 90.0 ? 2 : 1;
-        angles[2 * n] = p.x() * kDegToRad;
-        angles[2 * n + 1] = p.y() * kDegToRad;
-        blockRows[n] = row;
-        if (++n == kBlock)
-            flush();
+        if (blocks.add(row, p.x() * kDegToRad, p.y() * kDegToRad))
+            blocks.flush(store);
     }
-    flush();
+    blocks.flush(store);
     return true;
 }
 
@@ -335,31 +354,18 @@ void QRelationshipItemModel::calculateMeanDirectionsBySubset(bool isPole, const 
     const std::uint8_t* valid = plain ? cells->validData() : nullptr;
     const int stored = plain ? cells->size() : 0;
     const bool tableRows = m_tableRow != nullptr;
-    // Rows go in blocks: the angles of a block first, then their sines and cosines in one call
-    // (four at a time where the processor allows), then the sums.
-    constexpr int kBlock = 256;
-    double angles[2 * kBlock];
-    double sines[2 * kBlock];
-    double cosines[2 * kBlock];
-    int blockRows[kBlock];
-    int n = 0;
-    const auto flush = [&] {
-        FastTrig::sinCosArray(angles, sines, cosines, n);
-        FastTrig::sinCosArray(angles + kBlock, sines + kBlock, cosines + kBlock, n);
-        for (int j = 0; j < n; ++j) {
-            const int row = blockRows[j];
-            gdfVertex v = orientationVector(sines[j], cosines[j], sines[kBlock + j], cosines[kBlock + j], isPole);
-            if (m_triangleAreaData && tableRows) {
-                const int tableRow = m_tableRow[row];
-                const QVariant area = tableRow >= 0 ? m_triangleAreaData->value(tableRow, 0) : QVariant();
-                bool ok = false;
-                const double a = area.isValid() && !area.isNull() ? area.toDouble(&ok) : 0.0;
-                if (ok && std::isfinite(a))
-                    v = v * a;
-            }
-            totals[std::size_t(subsetIds[row])].add(v.x(), v.y(), v.z());
+    AngleBlocks blocks;
+    const auto add = [&](int row, const double* t) {
+        gdfVertex v = orientationVector(t[0], t[1], t[2], t[3], isPole);
+        if (m_triangleAreaData && tableRows) {
+            const int tableRow = m_tableRow[row];
+            const QVariant area = tableRow >= 0 ? m_triangleAreaData->value(tableRow, 0) : QVariant();
+            bool ok = false;
+            const double a = area.isValid() && !area.isNull() ? area.toDouble(&ok) : 0.0;
+            if (ok && std::isfinite(a))
+                v = v * a;
         }
-        n = 0;
+        totals[std::size_t(subsetIds[row])].add(v.x(), v.y(), v.z());
     };
     // Without an azimuth column no row counts, and every subset keeps the results as they were.
     for (int row = 0; !azimuths.isNull() && row < m_data->validValueRowCount(); ++row) {
@@ -379,13 +385,10 @@ void QRelationshipItemModel::calculateMeanDirectionsBySubset(bool isPole, const 
         double azimuthValue = 0.0;
         if (!azimuths.read(tableRow(row), azimuthValue) || azimuthValue == kNoValue)
             continue;
-        angles[n] = point.x() * kDegToRad;
-        angles[kBlock + n] = azimuthValue * kDegToRad;
-        blockRows[n] = row;
-        if (++n == kBlock)
-            flush();
+        if (blocks.add(row, point.x() * kDegToRad, azimuthValue * kDegToRad))
+            blocks.flush(add);
     }
-    flush();
+    blocks.flush(add);
     for (int i = 0; i < subsets; ++i) {
         const OrientationTotals& t = totals[std::size_t(i)];
         if (t.count > 0) {

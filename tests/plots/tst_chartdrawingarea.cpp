@@ -50,6 +50,20 @@ class DerivedModel : public Model
 {
 };
 
+// What the scatter chart's walkers ask a painter to draw for the model.
+QStringList drawnPoints(Model& model)
+{
+    ScatterTestChart chart;
+    chart.setModel(&model);
+    PaintRecorder device;
+    {
+        QPainter painter(&device);
+        chart.setPointPen(&painter);
+        chart.drawPoints(&painter);
+    }
+    return device.calls();
+}
+
 QString hex(const QColor& c) { return c.name(QColor::HexArgb); }
 
 int maxChannelDifference(const QImage& a, const QImage& b)
@@ -197,16 +211,8 @@ void TestChartDrawingArea::walkersDrawTheSelectionLast()
     QFETCH(QStringList, expected);
     PointSet set({{10, 20}, {20, 20}, {30, 20}}, Model::DisplayType(displayType), selected);
     set.model.setPointStyle(Model::Cross);
-    ScatterTestChart chart;
-    chart.setModel(&set.model);
-    PaintRecorder device;
-    {
-        QPainter painter(&device);
-        chart.setPointPen(&painter);
-        chart.drawPoints(&painter);
-    }
     QStringList shapes;
-    for (const QString& c : device.calls())
+    for (const QString& c : drawnPoints(set.model))
         shapes << c.section(QStringLiteral(" | "), 0, 1);
     QCOMPARE(shapes, expected);
 }
@@ -245,15 +251,7 @@ void TestChartDrawingArea::colourTypedTadpolesKeepTheWalkPen()
     model.setColorAttributeNode(tint.get());
     model.setTadPoleAzimuthDataNode(azimuth.get());
     model.setPointStyle(Model::Circle);
-    ScatterTestChart chart;
-    chart.setModel(&model);
-    PaintRecorder device;
-    {
-        QPainter painter(&device);
-        chart.setPointPen(&painter);
-        chart.drawPoints(&painter);
-    }
-    const QStringList discs = device.calls(QStringLiteral("ellipse"));
+    const QStringList discs = drawnPoints(model).filter(QRegularExpression(QStringLiteral("^ellipse")));
     QVERIFY(!discs.isEmpty());
     const QString last = discs.last();
     QVERIFY2(last.startsWith(QStringLiteral("ellipse 38,")), qPrintable(last));
@@ -265,15 +263,7 @@ void TestChartDrawingArea::nullPointsAreSkipped()
     PointSet set({{10, 20}, {20, 20}, {30, 20}}, Model::ShowAll);
     set.model.setPointStyle(Model::Circle);
     set.model.data()->setValue(1, 0, QVariant()); // a point that has gone
-    ScatterTestChart chart;
-    chart.setModel(&set.model);
-    PaintRecorder device;
-    {
-        QPainter painter(&device);
-        chart.setPointPen(&painter);
-        chart.drawPoints(&painter);
-    }
-    const QStringList calls = device.calls();
+    const QStringList calls = drawnPoints(set.model);
     QCOMPARE(calls.size(), 2);
     QVERIFY(calls[0].startsWith(QStringLiteral("ellipse 8,18 5x5")));
     QVERIFY(calls[1].startsWith(QStringLiteral("ellipse 28,18 5x5")));
@@ -307,21 +297,11 @@ void TestChartDrawingArea::storedAndVariantReadsDrawAlike()
         stored.model.data()->setValue(blank, 0, QVariant());
         variant.model.data()->setValue(blank, 0, QVariant());
     }
-    auto draw = [](Model& model) {
-        model.setPointStyle(Model::Cross);
-        ScatterTestChart chart;
-        chart.setModel(&model);
-        PaintRecorder device;
-        {
-            QPainter painter(&device);
-            chart.setPointPen(&painter);
-            chart.drawPoints(&painter);
-        }
-        return device.calls();
-    };
-    const QStringList fromCells = draw(stored.model);
+    stored.model.setPointStyle(Model::Cross);
+    variant.model.setPointStyle(Model::Cross);
+    const QStringList fromCells = drawnPoints(stored.model);
     QVERIFY(fromCells.size() > 200);
-    QCOMPARE(fromCells, draw(variant.model));
+    QCOMPARE(fromCells, drawnPoints(variant.model));
 }
 
 void TestChartDrawingArea::stampedSymbolsMatchRealShapes_data()
