@@ -202,9 +202,13 @@ void EMFEngine::drawEllipse(const QRectF& rect)
 
 void EMFEngine::drawPath(const QPainterPath& path)
 {
-    if (!m_clipPath.isEmpty() && !m_clipPath.contains(path))
-        return;
+    // The state goes first, as in every drawing call: a path that is left out still brings the
+    // device clip into the file.
     applyState();
+    if (!m_clipPath.isEmpty() && !m_clipPath.contains(path)) {
+        restoreObjects();
+        return;
+    }
     SetPolyFillMode(m_dc, path.fillRule() == Qt::OddEvenFill ? ALTERNATE : WINDING);
     const QList<QPolygonF> polygons =
         m_transform.isIdentity() ? path.toSubpathPolygons() : path.toSubpathPolygons(m_transform);

@@ -85,6 +85,8 @@ private slots:
     void lines();
     void paths_data();
     void paths();
+    void leftOutShapesSelectTheClip_data();
+    void leftOutShapesSelectTheClip();
     void ellipses_data();
     void ellipses();
     void deviceClip_data();
@@ -361,6 +363,36 @@ void TestEmfDevice::paths()
     });
     QVERIFY2(p.emf.ok(), qPrintable(p.emf.error));
     QCOMPARE(shapes(p.emf), expected);
+}
+
+// A shape the painter's clip path leaves out whole is still a drawing call: the device clip it
+// applies is in the file even when nothing is drawn.
+void TestEmfDevice::leftOutShapesSelectTheClip_data()
+{
+    QTest::addColumn<int>("shape");
+    QTest::newRow("path partly outside") << 0;
+    QTest::newRow("line with an end outside") << 1;
+    QTest::newRow("polygon all outside") << 2;
+}
+
+void TestEmfDevice::leftOutShapesSelectTheClip()
+{
+    QFETCH(int, shape);
+    const Painted p = paint(
+        [&](QPainter& painter) {
+            painter.setClipPath(rectPath(QRectF(0, 0, 40, 100)));
+            if (shape == 0)
+                painter.drawPath(rectPath(QRectF(10, 10, 60, 20)));
+            else if (shape == 1)
+                painter.drawLine(QPointF(10, 10), QPointF(70, 10));
+            else
+                painter.drawPolygon(QPolygonF(QRectF(50, 50, 10, 10)));
+        },
+        [](EMFDevice& d) { d.setClipRect(QRect(5, 5, 50, 50)); });
+    QVERIFY2(p.emf.ok(), qPrintable(p.emf.error));
+    QVERIFY(shapes(p.emf).isEmpty());
+    QCOMPARE(p.emf.linesStarting(QStringLiteral("CLIP")),
+             (QStringList{"CLIP mode 5 none", "CLIP mode 1 rects 1 bound 5,5 54,54"}));
 }
 
 void TestEmfDevice::ellipses_data()
