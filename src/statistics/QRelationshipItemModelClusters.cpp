@@ -13,6 +13,7 @@
 #include <KMlocalLloyds.h>
 #include <KMterm.h>
 
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -125,14 +126,15 @@ bool QRelationshipItemModel::buildClusters_KML_ForStereoProjection(const QString
         q[1] = -(std::sin(a) * std::sin(d));
         q[2] = std::cos(d);
     }
-    // Strictly fewer centres than vectors; and a run needs a centre at all.
-    if (!(k < stored) || k < 1)
+    // Strictly fewer centres than vectors, and nothing more: a k below 1 still runs, with no
+    // centres, an empty table and every row unassigned.
+    if (!(k < stored))
         return false;
     points.setNPts(stored);
     const KMfilterCenters centres = runKMeans(points, k);
 
     MatrixDataArray* table = findClusterCentroids(name);
-    table->reserve(k, 2);
+    table->reserve(std::max(k, 0), 2);
     for (int i = 0; i < k; ++i) {
         const double* c = centres[i];
         double dip = 0.0;

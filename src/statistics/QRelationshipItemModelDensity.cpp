@@ -160,7 +160,8 @@ void QRelationshipItemModel::countingOutProjections(int rows, int columns, Matri
     // land in the same cell, and one running sum per cell would make every point wait for the
     // last. The corners are spread from the cells afterwards.
     const std::size_t cells = static_cast<std::size_t>(rows - 1) * static_cast<std::size_t>(columns - 1);
-    std::vector<double> cellWeight(4 * cells, 0.0);
+    std::vector<double> cellWeight(biasCorrect ? 0 : 4 * cells, 0.0);
+    std::vector<double> nodeWeight(biasCorrect ? static_cast<std::size_t>(rows) * columns : 0, 0.0);
     auto countRow = [&](int row) {
         if (filtered && !isSelected(row))
             return;
@@ -197,8 +198,18 @@ void QRelationshipItemModel::countingOutProjections(int rows, int columns, Matri
         if (direct ? !(locateCell(px, xs, inverseX, i) && locateCell(py, ys, inverseY, j))
                    : !(scanCell(px, xs, i) && scanCell(py, ys, j)))
             return;
-        const double w = biasCorrect ? biasCorrection(row, biasCount, biasTotal) : 1.0;
-        cellWeight[(static_cast<std::size_t>(row) & 3) * cells + static_cast<std::size_t>(i) * (columns - 1) + j] += w;
+        if (biasCorrect) {
+            // Weights are not whole numbers, so the order of the additions shows in the last
+            // bits: each node sums its points in row order, corner by corner.
+            const double w = biasCorrection(row, biasCount, biasTotal);
+            double* node = nodeWeight.data() + static_cast<std::size_t>(i) * columns + j;
+            node[0] += w;
+            node[columns] += w;
+            node[columns + 1] += w;
+            node[1] += w;
+            return;
+        }
+        cellWeight[(static_cast<std::size_t>(row) & 3) * cells + static_cast<std::size_t>(i) * (columns - 1) + j] += 1.0;
     };
     if (direct && !filtered && !biasCorrect && cached > 0) {
         const CountFrame frame{xs, ys, inverseX, inverseY, cx, cy, radius, ox, oy,
@@ -218,7 +229,17 @@ void QRelationshipItemModel::countingOutProjections(int rows, int columns, Matri
         for (int row = 0; row < n; ++row)
             countRow(row);
     }
-    // Each node takes the weight of the (up to) four cells it is a corner of.
+    if (biasCorrect) {
+        for (int i = 0; i < rows; ++i)
+            for (int j = 0; j < columns; ++j) {
+                const double v = nodeWeight[static_cast<std::size_t>(i) * columns + j];
+                if (v != 0.0)
+                    grid->addValue(i, j, v);
+            }
+        calculateTheEdgeEffect(nullptr, grid, net);
+        return;
+    }
+    // Each node takes the count of the (up to) four cells it is a corner of.
     auto cell = [&](int i, int j) {
         if (i < 0 || j < 0 || i >= rows - 1 || j >= columns - 1)
             return 0.0;

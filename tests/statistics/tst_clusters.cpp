@@ -262,8 +262,10 @@ void TestClusters::stereoGuards_data()
     QTest::newRow("k one below the count") << 12 << 11 << false << true << true;
     QTest::newRow("k equal to the count stops, IDs gone") << 12 << 12 << false << false << false;
     QTest::newRow("k above the count") << 12 << 40 << false << false << false;
-    QTest::newRow("k of 0") << 12 << 0 << false << false << false;
-    QTest::newRow("negative k") << 12 << -1 << false << false << false;
+    // Only k below the count is tested: no centres at all still makes a run, with an empty
+    // table and every row unassigned.
+    QTest::newRow("k of 0 runs without centres") << 12 << 0 << false << true << true;
+    QTest::newRow("negative k runs without centres") << 12 << -1 << false << true << true;
     QTest::newRow("identical orientations") << 5000 << 4 << true << true << true;
 }
 
@@ -286,7 +288,10 @@ void TestClusters::stereoGuards()
         const std::vector<int> id = ids(*model);
         QCOMPARE(static_cast<int>(id.size()), rows);
         for (int v : id)
-            QVERIFY(v >= 0 && v < k);
+            QVERIFY(k < 1 ? v == -1 : v >= 0 && v < k);
+        const MatrixDataArray* table = model->clusterCentroidSets().back();
+        QCOMPARE(table->name(), QStringLiteral("Stereo"));
+        QCOMPARE(table->rowCount(), std::max(k, 0));
         if (identical) {
             QCOMPARE(std::set<int>(id.begin(), id.end()), std::set<int>{0}); // lowest of equal centres
             QCOMPARE(model->clusterCentroidSets().back()->value(0, 1).toPointF().x(), 0.0);

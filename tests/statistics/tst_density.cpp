@@ -80,7 +80,8 @@ double total(const Grid& g)
 
 // The count written out plainly: the chart's rotation about the centre, the scan for the first
 // cell, four corners, then the rim pass with its scratch grid.
-Grid recount(const QList<QPointF>& points, int rows, int columns, bool poles, const StereoNetGeometry& g)
+Grid recount(const QList<QPointF>& points, int rows, int columns, bool poles, const StereoNetGeometry& g,
+             const std::vector<double>& weights = {})
 {
     Grid grid(static_cast<std::size_t>(rows), std::vector<double>(static_cast<std::size_t>(columns), 0.0));
     const QRectF r = g.gridRect;
@@ -90,7 +91,9 @@ Grid recount(const QList<QPointF>& points, int rows, int columns, bool poles, co
     for (int j = 0; j < columns; ++j)
         ys.push_back(r.y() + j * r.height() / (columns - 1));
     const QPointF c = g.centre;
-    for (const QPointF& p : points) {
+    for (int n = 0; n < points.size(); ++n) {
+        const QPointF& p = points[n];
+        const double w = weights.empty() ? 1.0 : weights[static_cast<std::size_t>(n)];
         QTransform m;
         m.translate(c.x(), c.y());
         m.rotate(p.y() + 270.0);
@@ -114,10 +117,10 @@ Grid recount(const QList<QPointF>& points, int rows, int columns, bool poles, co
                 cj = j;
         if (ci < 0 || cj < 0)
             continue;
-        grid[ci][cj] += 1;
-        grid[ci + 1][cj] += 1;
-        grid[ci + 1][cj + 1] += 1;
-        grid[ci][cj + 1] += 1;
+        grid[ci][cj] += w;
+        grid[ci + 1][cj] += w;
+        grid[ci + 1][cj + 1] += w;
+        grid[ci][cj + 1] += w;
     }
     const double dx = r.width() / (rows - 1), dy = r.height() / (columns - 1);
     const double d = std::sqrt(dx * dx + dy * dy);
@@ -366,6 +369,23 @@ void TestDensity::biasWeights()
         for (std::size_t j = 0; j < plain[i].size(); ++j)
             moved = std::max(moved, std::abs(plain[i][j] - weighted[i][j]));
     QVERIFY(moved > 0.5);
+
+    // Node by node, to the last bit: each node sums its points' weights in row order, as four
+    // additions per point would.
+    std::vector<double> weights;
+    QList<QPointF> loaded;
+    for (int r = 0; r < l.model->rowCount(); ++r) {
+        weights.push_back(l.model->biasCorrection(r, count, biasTotal));
+        loaded << l.model->data()->value(r, 0).toPointF();
+    }
+    l.model->countingOutProjections(21, 21, true, true, net());
+    weighted = read(*l.model->contourGridPoles());
+    const Grid expectedGrid = recount(loaded, 21, 21, true, net(), weights);
+    int differing = 0;
+    for (std::size_t i = 0; i < weighted.size(); ++i)
+        for (std::size_t j = 0; j < weighted[i].size(); ++j)
+            differing += weighted[i][j] != expectedGrid[i][j];
+    QCOMPARE(differing, 0);
 }
 
 void TestDensity::gridsThatCannotCount_data()
