@@ -88,8 +88,11 @@ bool OpenGLScene::setMeshDataAsGrid(rkBase::MatrixDataArray* grid, double min, d
     RKColormap map;
     if (!makeColormap(grid, min, max, map))
         return false;
+    // The mesh is the whole grid stretched over the target; only the texture is cut to square
+    // cells.
+    Q_UNUSED(rect);
     const int nx = grid->rowCount();
-    const int ny = usedColumns(grid, rect);
+    const int ny = grid->columnCount();
     if (nx < 2 || ny < 2)
         return false;
 

@@ -12,9 +12,10 @@
 //   image when there is no OpenGL context (a host without OpenGL), when bufferSize() is empty,
 //   or when the frame buffer cannot be bound. Sizes beyond the implementation's largest texture
 //   are clamped to it.
-// - setMeshData(grid, min, max, rect): the grid's rows are x, its columns y. The rectangle only
-//   decides how many columns are used, as the chart's square cells do: int(height / d + 1) with
-//   d = width / (rows - 1); an empty rectangle uses every column. Triangles touching a NaN or
+// - setMeshData(grid, min, max, rect): the grid's rows are x, its columns y. The mesh takes every
+//   grid point. In texture mode the rectangle decides how many columns are used, as the chart's
+//   square cells do: int(height / d + 1) with d = width / (rows - 1); an empty rectangle uses
+//   every column. Triangles touching a NaN or
 //   infinite value are left out, so they show the clear colour. Returns false, and clears the
 //   mesh so that the next image is the cleared buffer, for no grid, fewer than two rows or
 //   columns, a non-finite min or max, a zero colour step, or no OpenGL context.

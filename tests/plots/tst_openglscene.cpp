@@ -66,6 +66,7 @@ private slots:
     void badGridsLeaveClearedBuffer_data();
     void badGridsLeaveClearedBuffer();
     void nonFiniteValuesLeaveHoles();
+    void columnsFollowSquareCells_data();
     void columnsFollowSquareCells();
     void resizeRebuildsFrameBufferOnNextPaint();
     void testMeshCorners();
@@ -146,7 +147,8 @@ void TestOpenGLScene::badGridsLeaveClearedBuffer_data()
     QTest::newRow("min equals max") << 4 << 4 << 0.5 << 0.5 << square << false;
     QTest::newRow("nan min") << 4 << 4 << kNaN << 1.0 << square << false;
     QTest::newRow("infinite max") << 4 << 4 << 0.0 << kInf << square << false;
-    QTest::newRow("rectangle too flat for two columns") << 4 << 4 << 0.0 << 1.0 << QRectF(0, 0, 3, 0.5) << false;
+    QTest::newRow("texture, rectangle too flat for two columns") << 4 << 4 << 0.0 << 1.0 << QRectF(0, 0, 3, 0.5)
+                                                                 << true;
     QTest::newRow("texture, one row") << 1 << 4 << 0.0 << 1.0 << square << true;
     QTest::newRow("texture, min equals max") << 4 << 4 << 2.0 << 2.0 << square << true;
 }
@@ -190,21 +192,36 @@ void TestOpenGLScene::nonFiniteValuesLeaveHoles()
     VERIFY_PIXEL(image, 75, 15, QColor(255, 0, 0));
 }
 
-// A rectangle twice as wide as high takes the columns that fill it with square cells: of a
-// 5 x 5 grid (4 cells across) only 3 columns (2 cells) are drawn, stretched over the image.
+void TestOpenGLScene::columnsFollowSquareCells_data()
+{
+    QTest::addColumn<bool>("texture");
+    QTest::addColumn<QColor>("top");
+    // Column 2 is blue, columns 3 and 4 red: the top of the image shows which were drawn.
+    QTest::newRow("texture: 3 of 5 columns") << true << QColor(0, 0, 255);
+    QTest::newRow("mesh: every column") << false << QColor(255, 0, 0);
+}
+
+// A rectangle twice as wide as high: the texture takes the columns that fill it with square
+// cells, of a 5 x 5 grid (4 cells across) only 3 columns (2 cells), stretched over the image.
+// The mesh always spans the whole grid.
 void TestOpenGLScene::columnsFollowSquareCells()
 {
+    QFETCH(bool, texture);
+    QFETCH(QColor, top);
     MatrixDataArray grid(QStringLiteral("grid"), 5, 5, QVariant::Double);
     for (int i = 0; i < 5; ++i)
         for (int j = 0; j < 5; ++j)
             grid.setValue(i, j, QVariant(j < 3 ? 0.0 : 1.0));
+    m_scene->setTextureMode(texture);
     m_scene->resize(QSize(80, 80));
     QVERIFY(m_scene->setMeshData(&grid, 0.0, 1.0, QRectF(10, 10, 40, 20)));
     const QImage image = m_scene->renderToImage();
-    VERIFY_PIXEL(image, 40, 70, QColor(0, 0, 255)); // column 2 at the top would be mixed with red
-    // An empty rectangle takes every column: the top cell row then blends towards red.
+    // An empty rectangle takes every column: the top cell row is then red in either mode.
     QVERIFY(m_scene->setMeshData(&grid, 0.0, 1.0, QRectF()));
-    QVERIFY(!near(m_scene->renderToImage().pixelColor(40, 70), QColor(0, 0, 255)));
+    const QImage all = m_scene->renderToImage();
+    m_scene->setTextureMode(false);
+    VERIFY_PIXEL(image, 40, 70, top);
+    VERIFY_PIXEL(all, 40, 70, QColor(255, 0, 0));
 }
 
 void TestOpenGLScene::resizeRebuildsFrameBufferOnNextPaint()
