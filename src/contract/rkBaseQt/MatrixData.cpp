@@ -775,11 +775,13 @@ QColor MatrixData::cellColor(int row) const
     case QVariant::Double:
     case QVariant::Int: {
         const double d = v.toDouble();
-        double mn = 0, mx = 0, mean = 0;
-        if (!getMinMax(mn, mx, mean, boost::dynamic_bitset<>()))
+        double mn = 0, mx = 0;
+        if (!colorMapRange(mn, mx, boost::dynamic_bitset<>()))
             return QColor();
+        // The classes of createColorMapSymbolIDs: a cell looks as its point does in a chart.
         RKColormap map;
-        map.fill_spectrum_color_list(mn, mx, m_colorMapStep, m_flipColorMap);
+        map.set_interpolation(RKColormap::STEPPED);
+        map.fill_spectrum_color_list(mn, mx, colorMapClassStep(mn, mx), m_flipColorMap);
         return map.value_to_color(d);
     }
     default: return color(v.toString());
@@ -818,11 +820,12 @@ QColor MatrixData::minMaxMeanColor(const QModelIndex& index) const
         return v.value<QColor>();
     if (!CellColumn::isNumericType(m_cellType) || !v.isValid())
         return QColor(240, 240, 240);
-    double mn = 0, mx = 0, mean = 0;
-    if (!getMinMax(mn, mx, mean, boost::dynamic_bitset<>()))
+    double mn = 0, mx = 0;
+    if (!colorMapRange(mn, mx, boost::dynamic_bitset<>()))
         return QColor(240, 240, 240);
     RKColormap map;
-    map.fill_spectrum_color_list(mn, mx, m_colorMapStep, m_flipColorMap);
+    map.set_interpolation(RKColormap::STEPPED);
+    map.fill_spectrum_color_list(mn, mx, colorMapClassStep(mn, mx), m_flipColorMap);
     return map.value_to_color(v.toDouble());
 }
 

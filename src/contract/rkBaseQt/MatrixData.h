@@ -311,7 +311,12 @@ public:
     // discrete column (lookup keys, integers, or the order of first appearance of a text).
     void createSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& colors) const;
     void createSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& colors, const std::vector<int>& rows) const;
-    // For continuous columns: one class per colour-map step between the minimum and maximum.
+    // For continuous columns: one class per colour-map step over the colour range, coloured as
+    // the stepped colour map colours that band. The range is the column's minValue() and
+    // maxValue() (the summary, or what a chart's colour settings put there), or the values'
+    // extent over the rows while those are not set. A step of 0 or 99999.0 means none of its own:
+    // ten classes. At most kMaxColorMapClasses classes; a finer step is widened.
+    static constexpr int kMaxColorMapClasses = 1000;
     void createColorMapSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& colors) const;
     void createColorMapSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& colors, const std::vector<int>& rows) const;
     // Class id of one row under the maps built above, or -1.
@@ -469,6 +474,9 @@ protected:
     void writeNode(QDataStream& stream, bool withChildren, int onlyRow) const;
     bool readNode(QDataStream& stream, int depth);
     int groupRowCount() const;
+    // The colour range and the class step that the colour-map functions share.
+    bool colorMapRange(double& min, double& max, const boost::dynamic_bitset<>& rows) const;
+    double colorMapClassStep(double min, double max) const;
     QList<MatrixData*> columnsForRows() const;
 
     QString m_name;
