@@ -558,9 +558,11 @@ void TestMatrixData::colourMapClasses()
         QCOMPARE(colours.first(), flip ? QColor(255, 0, 0) : QColor(0, 0, 255));
         QCOMPARE(colours.last(), flip ? QColor(0, 0, 255) : QColor(255, 0, 0));
     }
-    // A cell in the table looks as its point in a chart.
-    for (int r = 0; r < values.size(); ++r)
+    // A cell in the table, or its value as text, looks as its point in a chart.
+    for (int r = 0; r < values.size(); ++r) {
         QCOMPARE(node->cellColor(r), colours.value(node->colorMapSymbolID(r)));
+        QCOMPARE(node->color(values[r].toString()), node->cellColor(r));
+    }
 }
 
 void TestMatrixData::measuredDepth()

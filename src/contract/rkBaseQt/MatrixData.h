@@ -292,6 +292,8 @@ public:
     QString colorHexaString() const;
     static QColor colorFromHexaString(QString text);
     QColor color(const QModelIndex& index) const;
+    // A lookup colour, a colour name, the colour map's colour for a number of a numeric
+    // column, or else one stable colour per text.
     QColor color(const QString& valueText) const;
     QColor cellColor(int row) const;
     QColor minMaxMeanColor(const QModelIndex& index) const;
@@ -361,7 +363,7 @@ public:
     // [min + k * interval, min + (k + 1) * interval), and the last bin also holds the maximum.
     // interval is read and written back: 99999.0, 0, a negative or a non-finite interval asks
     // for the automatic one (below); an interval that would make more than kMaxFrequencyBins
-    // bins is widened to range / kMaxFrequencyBins. All values equal give one bin.
+    // bins is widened to range / (kMaxFrequencyBins - 1). All values equal give one bin.
     // Automatic interval (Freedman-Diaconis): h = 2 * IQR / cbrt(n), with IQR the distance
     // between the quartiles (linear interpolation between order statistics); when the IQR is 0,
     // h = range / (ceil(log2 n) + 1) (Sturges); then h is rounded to the nearest 1, 2 or 5 times
@@ -477,6 +479,7 @@ protected:
     // The colour range and the class step that the colour-map functions share.
     bool colorMapRange(double& min, double& max, const boost::dynamic_bitset<>& rows) const;
     double colorMapClassStep(double min, double max) const;
+    QColor colorMapColor(double value) const;
     QList<MatrixData*> columnsForRows() const;
 
     QString m_name;
