@@ -58,6 +58,8 @@ private slots:
     void hexaStrings_data();
     void hexaStrings();
     void symbolClasses();
+    void colourMapClasses_data();
+    void colourMapClasses();
     void measuredDepth();
     void arrayProxyStrike();
     void deepCopyIsIndependent();
@@ -504,6 +506,63 @@ void TestMatrixData::symbolClasses()
     QCOMPARE(por.colorMapSymbolID(0), 0);
     QCOMPARE(por.colorMapSymbolID(2), 3); // the maximum falls in the last class
     QVERIFY(colours.value(0) != colours.value(3));
+}
+
+void TestMatrixData::colourMapClasses_data()
+{
+    QTest::addColumn<QVariantList>("values");
+    QTest::addColumn<double>("step");
+    QTest::addColumn<bool>("flip");
+    QTest::addColumn<QVariant>("summaryMin");
+    QTest::addColumn<QVariant>("summaryMax");
+    QTest::addColumn<int>("classes");
+    QTest::addColumn<double>("probe");
+    QTest::addColumn<int>("probeClass");
+    const QVariantList ramp{0.0, 2.5, 5.0, 7.5, 10.0};
+    QTest::newRow("no step: ten classes from blue to red") << ramp << 0.0 << false << QVariant() << QVariant() << 10 << 2.5 << 2;
+    QTest::newRow("99999 is no step either") << ramp << 99999.0 << false << QVariant() << QVariant() << 10 << 10.0 << 9;
+    QTest::newRow("flipped") << ramp << 0.0 << true << QVariant() << QVariant() << 10 << 0.0 << 0;
+    QTest::newRow("0.3 over 2.1: no sliver class at the top")
+        << QVariantList{0.0, 1.0, 2.1} << 0.3 << false << QVariant() << QVariant() << 7 << 2.1 << 6;
+    QTest::newRow("range from the summary, not the data")
+        << QVariantList{40.0, 45.0, 60.0} << 10.0 << false << QVariant(0.0) << QVariant(100.0) << 10 << 45.0 << 4;
+    QTest::newRow("step finer than the cap") << ramp << 1e-9 << false << QVariant() << QVariant()
+                                             << MatrixData::kMaxColorMapClasses << 10.0 << MatrixData::kMaxColorMapClasses - 1;
+    QTest::newRow("one value") << QVariantList{3.0, 3.0} << 0.0 << false << QVariant() << QVariant() << 1 << 3.0 << 0;
+}
+
+void TestMatrixData::colourMapClasses()
+{
+    QFETCH(QVariantList, values);
+    QFETCH(double, step);
+    QFETCH(bool, flip);
+    QFETCH(QVariant, summaryMin);
+    QFETCH(QVariant, summaryMax);
+    QFETCH(int, classes);
+    QFETCH(double, probe);
+    QFETCH(int, probeClass);
+    MatrixData root(QStringLiteral("root"), -1, -1, QVariant::String, true);
+    MatrixData* node = column(&root, QStringLiteral("porosity"), QVariant::Double, values);
+    node->setColorMapStepSize(step);
+    node->setFlipColorMap(flip);
+    node->setMinValue(summaryMin);
+    node->setMaxValue(summaryMax);
+    QMap<int, QString> names;
+    QMap<int, QColor> colours;
+    node->createColorMapSymbolIDs(names, colours);
+    QCOMPARE(names.size(), classes);
+    QCOMPARE(colours.size(), classes);
+    QCOMPARE(node->colorMapSymbolIDOfValue(probe), probeClass);
+    if (classes > 1) {
+        // The ends of the spectrum are the ends of the legend.
+        QCOMPARE(colours.first(), flip ? QColor(255, 0, 0) : QColor(0, 0, 255));
+        QCOMPARE(colours.last(), flip ? QColor(0, 0, 255) : QColor(255, 0, 0));
+    }
+    // A cell in the table, or its value as text, looks as its point in a chart.
+    for (int r = 0; r < values.size(); ++r) {
+        QCOMPARE(node->cellColor(r), colours.value(node->colorMapSymbolID(r)));
+        QCOMPARE(node->color(values[r].toString()), node->cellColor(r));
+    }
 }
 
 void TestMatrixData::measuredDepth()

@@ -773,17 +773,21 @@ QColor MatrixData::cellColor(int row) const
         return color(v.toString());
     }
     case QVariant::Double:
-    case QVariant::Int: {
-        const double d = v.toDouble();
-        double mn = 0, mx = 0, mean = 0;
-        if (!getMinMax(mn, mx, mean, boost::dynamic_bitset<>()))
-            return QColor();
-        RKColormap map;
-        map.fill_spectrum_color_list(mn, mx, m_colorMapStep, m_flipColorMap);
-        return map.value_to_color(d);
-    }
+    case QVariant::Int: return colorMapColor(v.toDouble());
     default: return color(v.toString());
     }
+}
+
+QColor MatrixData::colorMapColor(double value) const
+{
+    double mn = 0, mx = 0;
+    if (!colorMapRange(mn, mx, boost::dynamic_bitset<>()))
+        return QColor();
+    // The classes of createColorMapSymbolIDs: a cell looks as its point does in a chart.
+    RKColormap map;
+    map.set_interpolation(RKColormap::STEPPED);
+    map.fill_spectrum_color_list(mn, mx, colorMapClassStep(mn, mx), m_flipColorMap);
+    return map.value_to_color(value);
 }
 
 QColor MatrixData::color(const QModelIndex& index) const
@@ -799,6 +803,12 @@ QColor MatrixData::color(const QString& valueText) const
         const QVariant l = lookupTableValue(key);
         if (l.type() == QVariant::Color)
             return l.value<QColor>();
+    }
+    if (m_cellType == QVariant::Double || m_cellType == QVariant::Int) {
+        // A number of a numeric column is coloured by the column's colour map, as its cell is.
+        const double d = valueText.trimmed().toDouble(&ok);
+        if (ok && std::isfinite(d))
+            return colorMapColor(d);
     }
     const QColor named(valueText.trimmed());
     if (named.isValid())
@@ -818,11 +828,12 @@ QColor MatrixData::minMaxMeanColor(const QModelIndex& index) const
         return v.value<QColor>();
     if (!CellColumn::isNumericType(m_cellType) || !v.isValid())
         return QColor(240, 240, 240);
-    double mn = 0, mx = 0, mean = 0;
-    if (!getMinMax(mn, mx, mean, boost::dynamic_bitset<>()))
+    double mn = 0, mx = 0;
+    if (!colorMapRange(mn, mx, boost::dynamic_bitset<>()))
         return QColor(240, 240, 240);
     RKColormap map;
-    map.fill_spectrum_color_list(mn, mx, m_colorMapStep, m_flipColorMap);
+    map.set_interpolation(RKColormap::STEPPED);
+    map.fill_spectrum_color_list(mn, mx, colorMapClassStep(mn, mx), m_flipColorMap);
     return map.value_to_color(v.toDouble());
 }
 

@@ -292,6 +292,8 @@ public:
     QString colorHexaString() const;
     static QColor colorFromHexaString(QString text);
     QColor color(const QModelIndex& index) const;
+    // A lookup colour, a colour name, the colour map's colour for a number of a numeric
+    // column, or else one stable colour per text.
     QColor color(const QString& valueText) const;
     QColor cellColor(int row) const;
     QColor minMaxMeanColor(const QModelIndex& index) const;
@@ -311,7 +313,12 @@ public:
     // discrete column (lookup keys, integers, or the order of first appearance of a text).
     void createSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& colors) const;
     void createSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& colors, const std::vector<int>& rows) const;
-    // For continuous columns: one class per colour-map step between the minimum and maximum.
+    // For continuous columns: one class per colour-map step over the colour range, coloured as
+    // the stepped colour map colours that band. The range is the column's minValue() and
+    // maxValue() (the summary, or what a chart's colour settings put there), or the values'
+    // extent over the rows while those are not set. A step of 0 or 99999.0 means none of its own:
+    // ten classes. At most kMaxColorMapClasses classes; a finer step is widened.
+    static constexpr int kMaxColorMapClasses = 1000;
     void createColorMapSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& colors) const;
     void createColorMapSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& colors, const std::vector<int>& rows) const;
     // Class id of one row under the maps built above, or -1.
@@ -356,7 +363,7 @@ public:
     // [min + k * interval, min + (k + 1) * interval), and the last bin also holds the maximum.
     // interval is read and written back: 99999.0, 0, a negative or a non-finite interval asks
     // for the automatic one (below); an interval that would make more than kMaxFrequencyBins
-    // bins is widened to range / kMaxFrequencyBins. All values equal give one bin.
+    // bins is widened to range / (kMaxFrequencyBins - 1). All values equal give one bin.
     // Automatic interval (Freedman-Diaconis): h = 2 * IQR / cbrt(n), with IQR the distance
     // between the quartiles (linear interpolation between order statistics); when the IQR is 0,
     // h = range / (ceil(log2 n) + 1) (Sturges); then h is rounded to the nearest 1, 2 or 5 times
@@ -469,6 +476,10 @@ protected:
     void writeNode(QDataStream& stream, bool withChildren, int onlyRow) const;
     bool readNode(QDataStream& stream, int depth);
     int groupRowCount() const;
+    // The colour range and the class step that the colour-map functions share.
+    bool colorMapRange(double& min, double& max, const boost::dynamic_bitset<>& rows) const;
+    double colorMapClassStep(double min, double max) const;
+    QColor colorMapColor(double value) const;
     QList<MatrixData*> columnsForRows() const;
 
     QString m_name;

@@ -16,6 +16,7 @@ namespace rkBase {
 
 namespace {
 constexpr double kSearchStart = 1e27;
+constexpr double kNoValue = 99999.0;
 
 struct Summary {
     double min = kSearchStart;
@@ -298,28 +299,62 @@ void MatrixData::createColorMapSymbolIDs(QMap<int, QString>& names, QMap<int, QC
     createColorMapSymbolIDs(names, colors, std::vector<int>());
 }
 
+bool MatrixData::colorMapRange(double& min, double& max, const boost::dynamic_bitset<>& rows) const
+{
+    // The summary is the range the user sees and edits; blank or not a number, the data decide.
+    bool okMin = false, okMax = false;
+    const double lo = m_minValue.isValid() && !m_minValue.isNull() ? m_minValue.toDouble(&okMin) : 0.0;
+    const double hi = m_maxValue.isValid() && !m_maxValue.isNull() ? m_maxValue.toDouble(&okMax) : 0.0;
+    if (okMin && okMax && std::isfinite(lo) && std::isfinite(hi) && lo <= hi && lo != kNoValue && hi != kNoValue) {
+        min = lo;
+        max = hi;
+        return true;
+    }
+    double mean = 0.0;
+    return getMinMax(min, max, mean, rows);
+}
+
+double MatrixData::colorMapClassStep(double min, double max) const
+{
+    const double range = max - min;
+    if (!(range > 0.0) || !std::isfinite(range))
+        return 0.0;
+    const double own = m_colorMapStep;
+    double step = own > 0.0 && std::isfinite(own) && own != kNoValue ? own : range / 10.0;
+    if (range / step > kMaxColorMapClasses)
+        step = range / kMaxColorMapClasses;
+    return step;
+}
+
 void MatrixData::createColorMapSymbolIDs(QMap<int, QString>& names, QMap<int, QColor>& colors,
                                          const std::vector<int>& rows) const
 {
-    double mn = 0, mx = 0, mean = 0;
+    double mn = 0, mx = 0;
     m_classCount = 0;
-    if (!getMinMax(mn, mx, mean, toBitset(rows)))
+    if (!colorMapRange(mn, mx, toBitset(rows)))
         return;
-    // Without a step of its own the map shows ten classes.
-    double step = m_colorMapStep > 0.0 ? m_colorMapStep : (mx - mn) / 10.0;
-    if (!(step > 0.0))
-        step = 1.0;
-    const int count = std::clamp(static_cast<int>(std::ceil((mx - mn) / step)), 1, 1000);
+    // The classes are the colour map's own bands, so that a class, its legend entry and a
+    // contour band of the same values share one colour and one edge.
     RKColormap map;
-    map.fill_spectrum_color_list(mn, mx, m_colorMapStep, m_flipColorMap);
+    map.set_interpolation(RKColormap::STEPPED);
+    map.fill_spectrum_color_list(mn, mx, colorMapClassStep(mn, mx), m_flipColorMap);
+    const QVector<QColor>& bands = map.colorList();
     m_classMin = mn;
-    m_classStep = step;
-    m_classCount = count;
-    for (int i = 0; i < count; ++i) {
-        const double lo = mn + i * step;
-        const double hi = std::min(mx, lo + step);
+    if (bands.isEmpty()) {
+        // No range: one class holding everything.
+        m_classStep = 1.0;
+        m_classCount = 1;
+        names.insert(0, QString::number(mn, 'g', 6) + QLatin1String(" - ") + QString::number(mx, 'g', 6));
+        colors.insert(0, map.value_to_color(mn));
+        return;
+    }
+    m_classStep = map.step();
+    m_classCount = bands.size();
+    for (int i = 0; i < m_classCount; ++i) {
+        const double lo = mn + i * m_classStep;
+        const double hi = i + 1 < m_classCount ? mn + (i + 1) * m_classStep : mx;
         names.insert(i, QString::number(lo, 'g', 6) + QLatin1String(" - ") + QString::number(hi, 'g', 6));
-        colors.insert(i, map.value_to_color((lo + hi) * 0.5));
+        colors.insert(i, bands.at(i));
     }
 }
 
@@ -334,10 +369,14 @@ int MatrixData::colorMapSymbolIDOfValue(double v) const
 {
     if (m_classCount == 0 || !std::isfinite(v))
         return -1;
-    const double k = std::floor((v - m_classMin) / m_classStep);
-    if (!(k > 0.0))
-        return 0;
-    return k >= m_classCount ? m_classCount - 1 : static_cast<int>(k);
+    // The colour map's arithmetic: a value on a level belongs to the band that starts there.
+    const double q = std::floor((v - m_classMin) / m_classStep);
+    int i = !(q > 0.0) ? 0 : q >= m_classCount ? m_classCount - 1 : static_cast<int>(q);
+    if (i + 1 < m_classCount && v >= m_classMin + (i + 1) * m_classStep)
+        ++i;
+    else if (i > 0 && v < m_classMin + i * m_classStep)
+        --i;
+    return i;
 }
 
 // ---------------------------------------------------------------------------------------------
