@@ -8,6 +8,8 @@
 #include <QLegendListView.h>
 #include <QRelationshipItemModel.h>
 
+#include "BenchSupport.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
@@ -24,21 +26,13 @@ namespace {
 constexpr int kPoints = 100000;
 const QSize kRaster(1000, 800);
 
-struct Scatter {
-    std::unique_ptr<MatrixData> x, y;
-    QRelationshipItemModel model;
+struct Scatter : bench::PointSet {
     Scatter()
+        : PointSet(QStringLiteral("x"), QStringLiteral("y"), kPoints, [](QRandomGenerator& rng) {
+              const double x = 50.0 + rng.bounded(900.0);
+              return QPointF(x, 50.0 + rng.bounded(700.0));
+          })
     {
-        x = std::make_unique<MatrixData>(QStringLiteral("x"), kPoints, 1, QVariant::Double, true);
-        y = std::make_unique<MatrixData>(QStringLiteral("y"), kPoints, 1, QVariant::Double, true);
-        QRandomGenerator rng(7);
-        for (int r = 0; r < kPoints; ++r) {
-            x->setValue(r, 0, 50.0 + rng.bounded(900.0));
-            y->setValue(r, 0, 50.0 + rng.bounded(700.0));
-        }
-        model.takeNewDataSet(x.get(), y.get(), QRelationshipItemModel::ShowAll);
-        model.setPointStyle(QRelationshipItemModel::Cross);
-        model.setPointPixelSize(2);
     }
 };
 
@@ -162,10 +156,5 @@ BENCHMARK(BM_LegendPage)->Arg(0)->Arg(50)->Arg(99)->Unit(benchmark::kMillisecond
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QPA_OFFSCREEN_NO_GLX", "1");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::runOffscreen(argc, argv);
 }

@@ -5,6 +5,8 @@
 #include <QCrossPlot.h>
 #include <QRelationshipItemModel.h>
 
+#include "BenchSupport.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
@@ -101,17 +103,7 @@ void BM_LassoOverlayRepaint(benchmark::State& state)
 {
     Plot plot;
     plot.redraw();
-    const QPointF centre(500, 400);
-    QMouseEvent press(QEvent::MouseButtonPress, centre, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    plot.mousePressEvent(&press);
-    int step = 0;
-    for (auto _ : state) {
-        const QPointF p = centre + QPointF(200.0 * std::cos(step * 0.05), 200.0 * std::sin(step * 0.05));
-        QMouseEvent move(QEvent::MouseMove, p, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        plot.mouseMoveEvent(&move);
-        benchmark::DoNotOptimize(plot.grab());
-        ++step;
-    }
+    bench::growLasso(state, plot, QPointF(500, 400), 200.0);
 }
 BENCHMARK(BM_LassoOverlayRepaint)->Unit(benchmark::kMillisecond)->MinTime(1.0);
 
@@ -119,10 +111,5 @@ BENCHMARK(BM_LassoOverlayRepaint)->Unit(benchmark::kMillisecond)->MinTime(1.0);
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QPA_OFFSCREEN_NO_GLX", "1");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::runOffscreen(argc, argv);
 }

@@ -6,6 +6,8 @@
 #include <QLegendListModel.h>
 #include <QRosePlotWidget.h>
 
+#include "BenchSupport.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
@@ -147,10 +149,5 @@ BENCHMARK(BM_RoseRedraw800)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->MinT
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QPA_OFFSCREEN_NO_GLX", "1");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::runOffscreen(argc, argv);
 }

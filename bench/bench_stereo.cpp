@@ -4,6 +4,8 @@
 #include <QRelationshipItemModel.h>
 #include <QStereoPlotWidget.h>
 
+#include "BenchSupport.h"
+
 #include <benchmark/benchmark.h>
 
 #include <QApplication>
@@ -20,21 +22,13 @@ constexpr int kPoles = 100000;
 const QSize kRaster(1000, 800);
 
 // Planes of uniformly random dip and dip direction, as the anchor draws them.
-struct Planes {
-    std::unique_ptr<MatrixData> dip, direction;
-    QRelationshipItemModel model;
+struct Planes : bench::PointSet {
     Planes()
+        : PointSet(QStringLiteral("dip"), QStringLiteral("azimuth"), kPoles, [](QRandomGenerator& rng) {
+              const double dip = rng.bounded(90.0);
+              return QPointF(dip, rng.bounded(360.0));
+          })
     {
-        dip = std::make_unique<MatrixData>(QStringLiteral("dip"), kPoles, 1, QVariant::Double, true);
-        direction = std::make_unique<MatrixData>(QStringLiteral("azimuth"), kPoles, 1, QVariant::Double, true);
-        QRandomGenerator rng(7);
-        for (int r = 0; r < kPoles; ++r) {
-            dip->setValue(r, 0, rng.bounded(90.0));
-            direction->setValue(r, 0, rng.bounded(360.0));
-        }
-        model.takeNewDataSet(dip.get(), direction.get(), QRelationshipItemModel::ShowAll);
-        model.setPointStyle(QRelationshipItemModel::Cross);
-        model.setPointPixelSize(2);
     }
 };
 
@@ -88,17 +82,7 @@ void BM_LassoOverlayRepaint(benchmark::State& state)
     Stereonet net;
     net.setModel(&planes().model);
     net.redraw();
-    const QPointF centre(net.centre());
-    QMouseEvent press(QEvent::MouseButtonPress, centre, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    net.mousePressEvent(&press);
-    int step = 0;
-    for (auto _ : state) {
-        const QPointF p = centre + QPointF(100.0 * std::cos(step * 0.05), 100.0 * std::sin(step * 0.05));
-        QMouseEvent move(QEvent::MouseMove, p, Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
-        net.mouseMoveEvent(&move);
-        benchmark::DoNotOptimize(net.grab());
-        ++step;
-    }
+    bench::growLasso(state, net, QPointF(net.centre()), 100.0);
 }
 BENCHMARK(BM_LassoOverlayRepaint)->Unit(benchmark::kMillisecond)->MinTime(1.0);
 
@@ -106,10 +90,5 @@ BENCHMARK(BM_LassoOverlayRepaint)->Unit(benchmark::kMillisecond)->MinTime(1.0);
 
 int main(int argc, char** argv)
 {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QPA_OFFSCREEN_NO_GLX", "1");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    return bench::runOffscreen(argc, argv);
 }
