@@ -1224,21 +1224,26 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
         p.setFillRule(Qt::WindingFill);
     double outX[8], outY[8];
     // A cell whose values all lie strictly inside one band is that band's colour throughout and
-    // crosses no level: runs of such cells along a column go in as one rectangle, which keeps
-    // the band paths small. Only cells that a level crosses are cut into triangles.
-    // The cells are walked with the first index outermost: which iso-line gets a label depends
-    // on the labels placed before it.
-    int runBand = -1;
-    double runLeft = 0.0, runTop = 0.0, runBottom = 0.0;
+    // crosses no level: runs of such cells along a row go in as one rectangle, which keeps the
+    // band paths small and their spans long for the rasteriser. Only cells that a level crosses
+    // are cut into triangles. The cells are walked with the first index outermost (which iso-line
+    // gets a label depends on the labels placed before it), so each row keeps its own open run.
+    struct Run {
+        int band = -1;
+        double left = 0.0, right = 0.0;
+    };
+    std::vector<Run> runs(static_cast<std::size_t>(std::max(cellsY, 0)));
+    int j = 0;
     auto flushRun = [&]() {
-        if (runBand >= 0 && m_contourFillOn)
-            fills[static_cast<std::size_t>(runBand)].addRect(
-                QRectF(QPointF(runLeft, runTop), QPointF(runLeft + d, runBottom)));
-        runBand = -1;
+        Run& run = runs[static_cast<std::size_t>(j)];
+        if (run.band >= 0 && m_contourFillOn) {
+            const double top = m_gridRect.top() + j * d;
+            fills[static_cast<std::size_t>(run.band)].addRect(QRectF(QPointF(run.left, top), QPointF(run.right, top + d)));
+        }
+        run.band = -1;
     };
     for (int i = 0; i < cellsX; ++i) {
-        flushRun();
-        for (int j = 0; j < cellsY; ++j) {
+        for (j = 0; j < cellsY; ++j) {
             const double x0 = m_gridRect.left() + i * d, y0 = m_gridRect.top() + j * d;
             const double cx[4] = {x0, x0 + d, x0 + d, x0};
             const double cy[4] = {y0, y0, y0 + d, y0 + d};
@@ -1257,14 +1262,14 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
                                            [](const ContourBand& b, double v) { return b.high <= v; });
             if (inside != bands.end() && inside->low < cellMin && cellMax < inside->high) {
                 const int band = static_cast<int>(inside - bands.begin());
-                if (band == runBand && runBottom == y0) {
-                    runBottom = y0 + d;
+                Run& run = runs[static_cast<std::size_t>(j)];
+                if (band == run.band && run.right == x0) {
+                    run.right = x0 + d;
                 } else {
                     flushRun();
-                    runBand = band;
-                    runLeft = x0;
-                    runTop = y0;
-                    runBottom = y0 + d;
+                    run.band = band;
+                    run.left = x0;
+                    run.right = x0 + d;
                 }
                 continue;
             }
@@ -1323,7 +1328,8 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
             }
         }
     }
-    flushRun();
+    for (j = 0; j < cellsY; ++j)
+        flushRun();
     // Where iso-lines are drawn they cover every band edge, and an aliased fill is several
     // times cheaper than an antialiased one of the same path.
     const bool antialiased = painter->testRenderHint(QPainter::Antialiasing);
