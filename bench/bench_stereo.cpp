@@ -1,6 +1,7 @@
 // The stereonet at the size users work at: the raster rebuilt with 100,000 poles as crosses on
 // the equal area net with its 10-degree grid, 1000 x 800; the same with the symbols drawn as real
-// shapes instead of stamped; the net and frame alone; and an overlay repaint while a lasso grows.
+// shapes instead of stamped; the net and frame alone; a scroll step at zoom 20; and an overlay
+// repaint while a lasso grows.
 #include <QRelationshipItemModel.h>
 #include <QStereoPlotWidget.h>
 
@@ -75,6 +76,28 @@ void BM_RedrawNetOnly(benchmark::State& state)
     }
 }
 BENCHMARK(BM_RedrawNetOnly)->Unit(benchmark::kMillisecond)->MinTime(1.0);
+
+// A scroll step on a chart zoomed 20 times: the window the widget shows is redrawn through the
+// new offsets (the zoomed raster itself is never held). The counters report the bytes the chart
+// holds for its raster at zoom 1 and at zoom 20.
+void BM_ScrollStepZoom20(benchmark::State& state)
+{
+    Stereonet net;
+    net.setModel(&planes().model);
+    net.updateChart();
+    const double atOne = double(net.rasterMemoryBytes());
+    net.zoom(20.0);
+    net.updateChart();
+    int step = 0;
+    for (auto _ : state) {
+        net.xoffset(50 + (step++ & 1));
+        net.updateChart();
+        benchmark::DoNotOptimize(net.chartImage().constBits());
+    }
+    state.counters["raster MB zoom 1"] = atOne / 1e6;
+    state.counters["raster MB zoom 20"] = double(net.rasterMemoryBytes()) / 1e6;
+}
+BENCHMARK(BM_ScrollStepZoom20)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 
 // A mouse move while a lasso is drawn: the raster is not rebuilt, only copied and overdrawn.
 void BM_LassoOverlayRepaint(benchmark::State& state)

@@ -45,7 +45,8 @@ public:
     void redraw() override
     {
         QChartDrawingArea::redraw();
-        QPainter painter(&m_chartPixmap);
+        QPainter painter;
+        beginRasterPainter(painter, m_chartPixmap);
         painter.setRenderHint(QPainter::Antialiasing);
         drawChart(painter);
         drawAxis(painter, rect());
@@ -98,7 +99,8 @@ public:
     void redraw() override
     {
         QChartDrawingArea::redraw();
-        QPainter painter(&m_chartPixmap);
+        QPainter painter;
+        beginRasterPainter(painter, m_chartPixmap);
         painter.setRenderHint(QPainter::Antialiasing);
         static const char* names[] = {"Circle", "Cross", "Square", "Triangle1", "Triangle2", "Diamond",
                                       "BigCross1", "BigCross2", "Square1", "Triangle3", "Triangle4", "Diamond1",

@@ -35,7 +35,8 @@ public:
     void redraw() override
     {
         QPolarPlotWidget::redraw();
-        QPainter painter(&m_chartPixmap);
+        QPainter painter;
+        beginRasterPainter(painter, m_chartPixmap);
         painter.setRenderHint(QPainter::Antialiasing);
         drawChart(painter);
     }

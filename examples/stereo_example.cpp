@@ -39,7 +39,8 @@ public:
         QStereoPlotWidget::redraw();
         if (!traceModel)
             return;
-        QPainter painter(&m_chartPixmap);
+        QPainter painter;
+        beginRasterPainter(painter, m_chartPixmap);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setClipRegion(clipRegion());
         QRelationshipItemModel* const keep = m_model;

@@ -349,17 +349,26 @@ QPointF QBarDiagramWidget::transformInPixelPoint(const QPointF& data)
 
 // ---- drawing ----
 
+QSize QBarDiagramWidget::deviceSize(QPainter& painter) const
+{
+    // The raster window stands for the whole zoomed raster; any other device is its own size.
+    const QPaintDevice* device = painter.device();
+    if (device == &m_chartPixmap)
+        return m_rasterSize;
+    return device ? QSize(device->width(), device->height()) : size();
+}
+
 QBarDiagramWidget::Layout QBarDiagramWidget::layoutOf(QPainter& painter) const
 {
     QPaintDevice* device = painter.device();
-    const QSize size = device ? QSize(device->width(), device->height()) : this->size();
-    return layout(size, painter.font(), device);
+    return layout(deviceSize(painter), painter.font(), device);
 }
 
 void QBarDiagramWidget::redraw()
 {
     QChartDrawingArea::redraw();
-    QPainter painter(&m_chartPixmap);
+    QPainter painter;
+    beginRasterPainter(painter, m_chartPixmap);
     drawChart(painter);
 }
 
@@ -371,9 +380,8 @@ void QBarDiagramWidget::drawChart(QPainter& painter)
     // The raster's layout answers the mouse; a copy to another device leaves it alone.
     if (painter.device() == &m_chartPixmap)
         m_layout = l;
-    const QPaintDevice* device = painter.device();
-    if (device)
-        painter.fillRect(QRectF(0, 0, device->width(), device->height()), m_backgroundColor);
+    if (painter.device())
+        painter.fillRect(QRectF(QPointF(0, 0), deviceSize(painter)), m_backgroundColor);
     painter.setRenderHint(QPainter::Antialiasing, false);
     if (m_gridIsOn)
         drawGridWith(painter, l);

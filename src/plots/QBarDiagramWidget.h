@@ -104,6 +104,8 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
 
 private:
+    // The size a painter lays the chart out on.
+    QSize deviceSize(QPainter& painter) const;
     Layout layoutOf(QPainter& painter) const;
     void drawGridWith(QPainter& painter, const Layout& l) const;
     void drawAxisWith(QPainter& painter, const Layout& l) const;

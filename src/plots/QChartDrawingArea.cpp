@@ -84,7 +84,7 @@ void QChartDrawingArea::createOpenGLScene()
     format.setProfile(QGLFormat::CoreProfile);
     // A top-level widget that is never shown: it renders into its frame buffer object only.
     m_openGLScene = std::make_unique<OpenGLScene>(format, nullptr);
-    m_openGLScene->resize(m_chartPixmap.size());
+    resizeOpenGLScene(m_rasterSize);
 }
 
 const char* const QChartDrawingArea::kMetafileMimeTypes[3] = {
@@ -138,12 +138,27 @@ QPointF QChartDrawingArea::transformInPixelPoint(const QPointF&) { return QPoint
 void QChartDrawingArea::resizeRaster(bool heightOnly)
 {
     QSize size = heightOnly ? QSize(width(), trunc(height() * m_zoomFactor)) : this->size() * m_zoomFactor;
-    size = size.expandedTo(QSize(1, 1));
-    if (m_openGLScene)
-        m_openGLScene->resize(size);
-    m_chartPixmap = QImage(size, QImage::Format_ARGB32_Premultiplied);
+    m_rasterSize = size.expandedTo(QSize(1, 1));
+    resizeOpenGLScene(m_rasterSize);
+    // Only what the widget shows is kept: a zoomed chart is drawn through its scroll offsets.
+    m_chartPixmap = QImage(this->size().expandedTo(QSize(1, 1)), QImage::Format_ARGB32_Premultiplied);
     m_chartPixmap.fill(m_backgroundColor);
     m_overlayPixmap = QImage();
+    m_redrawNeeded = true;
+}
+
+int QChartDrawingArea::scrollOffset(int percent, int rasterExtent, int widgetExtent) const
+{
+    return m_zoomFactor == 1.0 ? 0 : trunc(percent / 100.0 * (rasterExtent - widgetExtent));
+}
+
+void QChartDrawingArea::setScrollOffsets(int x, int y)
+{
+    if (x == m_xOffsetPixels && y == m_yOffsetPixels)
+        return;
+    m_xOffsetPixels = x;
+    m_yOffsetPixels = y;
+    // The raster holds only the visible window of the chart: another window is another picture.
     m_redrawNeeded = true;
 }
 
@@ -151,13 +166,8 @@ void QChartDrawingArea::zoom(double factor)
 {
     m_zoomFactor = factor;
     resizeRaster(false);
-    if (factor == 1.0) {
-        m_xOffsetPixels = 0;
-        m_yOffsetPixels = 0;
-    } else {
-        m_xOffsetPixels = trunc(m_xOffsetPercent / 100.0 * (m_chartPixmap.width() - width()));
-        m_yOffsetPixels = trunc(m_yOffsetPercent / 100.0 * (m_chartPixmap.height() - height()));
-    }
+    setScrollOffsets(scrollOffset(m_xOffsetPercent, m_rasterSize.width(), width()),
+                     scrollOffset(m_yOffsetPercent, m_rasterSize.height(), height()));
     update();
 }
 
@@ -165,27 +175,21 @@ void QChartDrawingArea::zoomY(double factor)
 {
     m_zoomFactor = factor;
     resizeRaster(true);
-    if (factor == 1.0) {
-        m_xOffsetPixels = 0;
-        m_yOffsetPixels = 0;
-    } else {
-        m_xOffsetPixels = 0;
-        m_yOffsetPixels = trunc(m_yOffsetPercent / 100.0 * (m_chartPixmap.height() - height()));
-    }
+    setScrollOffsets(0, scrollOffset(m_yOffsetPercent, m_rasterSize.height(), height()));
     update();
 }
 
 void QChartDrawingArea::xoffset(int percent)
 {
     m_xOffsetPercent = percent;
-    m_xOffsetPixels = m_zoomFactor == 1.0 ? 0 : trunc(percent / 100.0 * (m_chartPixmap.width() - width()));
+    setScrollOffsets(scrollOffset(percent, m_rasterSize.width(), width()), m_yOffsetPixels);
     update();
 }
 
 void QChartDrawingArea::yoffset(int percent)
 {
     m_yOffsetPercent = percent;
-    m_yOffsetPixels = m_zoomFactor == 1.0 ? 0 : trunc(percent / 100.0 * (m_chartPixmap.height() - height()));
+    setScrollOffsets(m_xOffsetPixels, scrollOffset(percent, m_rasterSize.height(), height()));
     update();
 }
 
@@ -197,8 +201,21 @@ QRect QChartDrawingArea::pixmapRect() const { return QRect(QPoint(m_xOffsetPixel
 
 void QChartDrawingArea::resizeOpenGLScene(const QSize& size)
 {
+    // The scene's picture is stretched over its rectangle, so a zoomed chart need not render
+    // a frame buffer of the zoomed size (at zoom 20 that would be gigabytes).
     if (m_openGLScene)
-        m_openGLScene->resize(size);
+        m_openGLScene->resize(size.boundedTo(QSize(kMaxSceneExtent, kMaxSceneExtent)));
+}
+
+void QChartDrawingArea::beginRasterPainter(QPainter& painter, QImage& image) const
+{
+    painter.begin(&image);
+    painter.translate(-m_xOffsetPixels, -m_yOffsetPixels);
+}
+
+std::size_t QChartDrawingArea::rasterMemoryBytes() const
+{
+    return std::size_t(m_chartPixmap.sizeInBytes()) + std::size_t(m_overlayPixmap.sizeInBytes());
 }
 
 void QChartDrawingArea::allowCopyToWMF(bool on) { m_copyEmfAction->setVisible(on); }
@@ -256,7 +273,7 @@ QImage QChartDrawingArea::visibleChartImage()
         redraw();
         m_redrawNeeded = false;
     }
-    return m_chartPixmap.copy(pixmapRect()).convertToFormat(QImage::Format_ARGB32);
+    return m_chartPixmap.convertToFormat(QImage::Format_ARGB32);
 }
 
 void QChartDrawingArea::setMetafileOnClipboard(const QByteArray& metafile, const QImage& picture)
@@ -290,7 +307,8 @@ void QChartDrawingArea::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     // A hidden widget gets its pending resize again at every grab; the raster is still good then.
-    if (!m_chartPixmap.isNull() && m_chartPixmap.size() == (size() * m_zoomFactor).expandedTo(QSize(1, 1)))
+    if (!m_chartPixmap.isNull() && m_chartPixmap.size() == size().expandedTo(QSize(1, 1)) &&
+        m_rasterSize == (size() * m_zoomFactor).expandedTo(QSize(1, 1)))
         return;
     resizeRaster(false);
     update();
@@ -306,7 +324,7 @@ void QChartDrawingArea::paintEvent(QPaintEvent*)
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     painter.fillRect(rect(), palette().brush(backgroundRole()));
     const QImage& shown = m_overlayPixmap.isNull() ? m_chartPixmap : m_overlayPixmap;
-    painter.drawImage(QPointF(0, 0), shown, QRectF(m_xOffsetPixels, m_yOffsetPixels, width(), height()));
+    painter.drawImage(QPointF(0, 0), shown);
 }
 
 void QChartDrawingArea::wheelEvent(QWheelEvent* event)
@@ -684,8 +702,8 @@ void QChartDrawingArea::walkPoints(QPainter* painter, Draw&& draw)
 
     // Where the model is the plain one over a stored point column, the points come straight
     // from their cells, as its data() would give them, and go through the pixel transform a
-    // block at a time. A point at the origin counts as null there too: a QVariant of a null
-    // QPointF is null.
+    // block at a time. A row has no point only where its cell is blank; a QVariant of a point at
+    // the origin reports isNull() and still holds a point.
     const MatrixDataArray* list = m_model->data();
     const CellColumn* column = list ? list->cellColumn(0) : nullptr;
     const bool typed = typeid(*m_model) == typeid(QRelationshipItemModel) && column
@@ -709,17 +727,14 @@ void QChartDrawingArea::walkPoints(QPainter* painter, Draw&& draw)
         if (typed) {
             if (row >= stored || !valid[row])
                 return;
-            const QPointF& p = cells[row];
-            if (p.x() == 0.0 && p.y() == 0.0)
-                return;
-            points[std::size_t(n)] = p;
+            points[std::size_t(n)] = cells[row];
             blockRows[std::size_t(n)] = row;
             if (++n == kBlock)
                 flush(second);
             return;
         }
         const QVariant v = m_model->data(m_model->index(row, 0));
-        if (!v.isNull())
+        if (v.isValid())
             draw(row, transformInPixelPoint(v.toPointF()), second);
     };
 
@@ -864,7 +879,8 @@ void QChartDrawingArea::drawPointsWithTypeColorAttribute(QPainter* painter)
     const int size = modelPointSize();
     walkPoints(painter, [&](int row, const QPointF& pixel, bool second) {
         const QString text = classes ? classes->value(row, 1).toString() : QString();
-        const QColor colour = colourNode ? colourNode->color(text) : QColor();
+        // A model not told its colour node still has the colour's name in the label.
+        const QColor colour = colourNode ? colourNode->color(text) : QColor(text);
         const int id = classes ? classes->value(row, 0).toString().toInt() : -1;
         if (tadpoles) {
             // Both passes draw plain tadpoles: a selected one keeps the pen of the walk.
@@ -882,8 +898,8 @@ void QChartDrawingArea::drawPointsWithTypeColorAttributeAndSymbol(QPainter* pain
     QColor colour;
     walkPoints(painter, [&](int row, const QPointF& pixel, bool second) {
         const int id = m_model->getColor(row, colour);
-        if (colourNode)
-            colour = colourNode->color(m_model->getColorName(row).toString());
+        const QString name = m_model->getColorName(row).toString();
+        colour = colourNode ? colourNode->color(name) : QColor(name);
         drawSymbols(pixel, id, colour, second && highlight, kSelectedColour, 3, painter);
     });
 }
@@ -901,7 +917,6 @@ void QChartDrawingArea::drawTadPole(const QPointF& pos, double azimuth, const QC
     const QPointF to = pos + (2.0 * size + 10.0) * dir;
     if (from.x() >= 0 && from.y() >= 0 && to.x() >= 0 && to.y() >= 0)
         painter->drawLine(from, to);
-    painter->resetTransform();
 }
 
 void QChartDrawingArea::drawColorFilledTadPole(const QPointF& pos, double azimuth, int id, const QColor& colour,
@@ -1058,9 +1073,12 @@ void QChartDrawingArea::drawLabel(QPainter* painter, const QPointF& data, const 
     QRectF box = painter->boundingRect(QRectF(rect()), Qt::AlignLeft, padded);
     // The box's top is added to x and its left to y; both are the widget's origin.
     box.moveTo(box.top() + p.x(), box.left() + p.y() - box.height() / 2);
-    drawLabelBox(painter, box, padded);
-    drawCross(box.bottomLeft(), 4, painter);
+    const QPointF anchor = box.bottomLeft();
+    drawLabelBox(painter, placeLabelBox(box, anchor), padded);
+    drawCross(anchor, 4, painter);
 }
+
+QRectF QChartDrawingArea::placeLabelBox(const QRectF& box, const QPointF&) { return box; }
 
 void QChartDrawingArea::drawLabel2(QPainter* painter, const QPointF& pixel, const QString& text, const QColor& colour)
 {
@@ -1070,7 +1088,7 @@ void QChartDrawingArea::drawLabel2(QPainter* painter, const QPointF& pixel, cons
     painter->setPen(pen);
     QRectF box = painter->boundingRect(QRectF(rect()), Qt::AlignLeft, padded);
     box.moveTopLeft(pixel);
-    drawLabelBox(painter, box, padded);
+    drawLabelBox(painter, placeLabelBox(box, pixel), padded);
     drawCross(pixel, 4, painter);
 }
 
@@ -1082,7 +1100,7 @@ void QChartDrawingArea::drawLabel4(QPainter* painter, const QPointF& pixel, cons
     painter->setPen(pen);
     QRectF box = painter->boundingRect(QRectF(rect()), Qt::AlignLeft, padded);
     box.moveTopLeft(pixel);
-    drawLabelBox(painter, box, padded);
+    drawLabelBox(painter, placeLabelBox(box, pixel), padded);
     drawCross(pixel, 4, painter);
 }
 
@@ -1090,19 +1108,20 @@ void QChartDrawingArea::drawLabel3(QPainter* painter, const QPointF& pixel, cons
                                    double angle, bool rotate)
 {
     const QString padded = QLatin1Char(' ') + text + QLatin1Char(' ');
+    const QTransform keep = painter->transform();
     if (rotate) {
         QTransform t;
         t.translate(pixel.x(), pixel.y());
         t.rotate(angle);
         t.translate(-pixel.x(), -pixel.y());
-        painter->setTransform(t);
+        painter->setTransform(t * keep);
     }
     painter->setPen(makePen(colour, 0.0));
     QRectF box = painter->boundingRect(QRectF(rect()), Qt::AlignLeft, padded);
     box.moveTopLeft(pixel);
     painter->drawText(box, Qt::AlignHCenter | Qt::AlignVCenter, padded);
     if (rotate)
-        painter->resetTransform();
+        painter->setTransform(keep);
 }
 
 void QChartDrawingArea::drawContourLabels(QPainter* painter)

@@ -9,6 +9,15 @@
 // chart has copied the raster there to add transient drawing (a pick, a lasso), so that moving the
 // mouse never recomputes a chart.
 //
+// Zoom. A chart is laid out on a raster of the widget's size times zoomFactor() (rasterSize(); a
+// chart's pixel transforms, m_gridRect and m_selectionPolygon are in its pixels), but only the
+// window of it that the widget shows is kept: m_chartPixmap is the widget's size and stands for
+// pixmapRect() of the raster. Painters open on it through beginRasterPainter(), which translates
+// by the scroll offsets, so a chart draws in raster pixels as if the whole raster existed. A zoom
+// of 20 would otherwise hold 400 widgets' worth of pixels (1.3 GB for 1000 x 800, and past what
+// QImage allows for larger charts). The price: a scroll redraws the chart; a mouse move still
+// only copies the window.
+//
 // Rules kept here that callers could otherwise guess:
 // - m_chartPixmap is an image (premultiplied ARGB), not a QPixmap: the point walkers stamp
 //   symbols straight into its pixels. Symbols have whole-pixel corners, so a symbol drawn once
@@ -18,7 +27,9 @@
 //   turns it off.
 // - A contour grid's first index runs along x and its second along y: cell (i, j) has its top
 //   left corner at gridRect.topLeft() + (i, j) * d, with d = gridRect.width() / (rows - 1).
-// - A tadpole resets the painter's transformation after it is drawn.
+// - A tadpole leaves the painter's transformation as it found it, and so does a rotated label:
+//   a painter may carry the scroll translation of the raster or of a widget's overlay, and a
+//   reset would throw every later mark one scroll offset off its place.
 
 #include "QRelationshipItemModel.h"
 
@@ -114,8 +125,14 @@ public:
     bool mouseZoomEnabled() const { return m_mouseZoomEnabled; }
     QString headerTitle() const { return m_headerTitle; }
     QString baseTitle() const { return m_baseTitle; }
-    // The cached raster; valid after the first paint or updateChart().
+    // The cached window of the raster (the widget's size); valid after the first paint or
+    // updateChart().
     const QImage& chartImage() const { return m_chartPixmap; }
+    // The size the chart is laid out on: the widget's size times the zoom.
+    QSize rasterSize() const { return m_rasterSize; }
+    QRect rasterRect() const { return QRect(QPoint(0, 0), m_rasterSize); }
+    // Bytes held by the raster window and its overlay copy.
+    std::size_t rasterMemoryBytes() const;
     // Symbols stamped into the raster (see the rules above); on by default.
     void setSymbolStamping(bool on) { m_symbolStamping = on; }
     bool symbolStamping() const { return m_symbolStamping; }
@@ -209,6 +226,14 @@ protected:
     void resizeRaster(bool heightOnly);
     // The raster copied into m_overlayPixmap, for a chart's transient drawing in paintEvent.
     QImage& beginOverlay();
+    // Opens painter on the raster window (m_chartPixmap or the overlay) so that it draws in
+    // raster pixels.
+    void beginRasterPainter(QPainter& painter, QImage& image) const;
+    // Scroll offsets from a percentage; new offsets mark the raster stale.
+    int scrollOffset(int percent, int rasterExtent, int widgetExtent) const;
+    void setScrollOffsets(int x, int y);
+    // Largest side of the OpenGL scene's frame buffer.
+    static constexpr int kMaxSceneExtent = 4096;
 
     // ---- point drawing family ----
     void drawPoints(QPainter* painter);
@@ -241,6 +266,9 @@ protected:
                     bool rotate);
     void drawLabel4(QPainter* painter, const QPointF& pixel, const QString& text, const QColor& colour);
     void drawContourLabels(QPainter* painter);
+    // Where the box of a point label goes, given where drawLabel, drawLabel2 or drawLabel4 put
+    // it and the point it marks: unchanged here; a chart moves it off what the label would hide.
+    virtual QRectF placeLabelBox(const QRectF& box, const QPointF& anchor);
 
     // ---- fields, in their order ----
     QColor m_backgroundColor{Qt::white};
@@ -275,6 +303,7 @@ protected:
     bool m_clusterAzimuthCentroidsOn = false;
     QRectF m_gridRect;
     double m_zoomFactor = 1.0;
+    QSize m_rasterSize{1, 1};
     int m_xOffsetPixels = 0;
     int m_yOffsetPixels = 0;
     int m_xOffsetPercent = 50;

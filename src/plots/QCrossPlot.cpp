@@ -137,7 +137,7 @@ QPointF QCrossPlot::transformInPixelPoint(const QPointF& data)
 
 void QCrossPlot::pointsInPixels(const QPointF* data, QPointF* pixels, int count) const
 {
-    const QRect raster = m_chartPixmap.rect();
+    const QRect raster = rasterRect();
     const double l = raster.left();
     const double r = raster.right();
     const double a = m_originPosition == OriginBottomLeft ? raster.bottom() : raster.top();
@@ -158,7 +158,7 @@ void QCrossPlot::pointsInPixels(const QPointF* data, QPointF* pixels, int count)
 QPointF QCrossPlot::transformInDataPoint(const QPointF& widgetPixel) const
 {
     const QPointF p = widgetPixel + QPointF(m_xOffsetPixels, m_yOffsetPixels);
-    const QRect raster = m_chartPixmap.rect();
+    const QRect raster = rasterRect();
     const double l = raster.left();
     const double r = raster.right();
     const double a = m_originPosition == OriginBottomLeft ? raster.bottom() : raster.top();
@@ -176,14 +176,14 @@ QPointF QCrossPlot::transformInDataPoint(const QPointF& widgetPixel) const
 
 double QCrossPlot::pickingEpsX() const
 {
-    const QRect raster = m_chartPixmap.rect();
+    const QRect raster = rasterRect();
     const double span = std::abs(double(raster.right()) - raster.left());
     return span > 0.0 ? std::abs(m_maxPoint.x() - m_minPoint.x()) / span * 3.0 : 0.0;
 }
 
 double QCrossPlot::pickingEpsY() const
 {
-    const QRect raster = m_chartPixmap.rect();
+    const QRect raster = rasterRect();
     const double span = std::abs(double(raster.bottom()) - raster.top());
     return span > 0.0 ? std::abs(m_maxPoint.y() - m_minPoint.y()) / span * 3.0 : 0.0;
 }
@@ -279,9 +279,10 @@ bool QCrossPlot::takeIntervalBoundary()
 void QCrossPlot::redraw()
 {
     QChartDrawingArea::redraw();
-    QPainter painter(&m_chartPixmap);
+    QPainter painter;
+    beginRasterPainter(painter, m_chartPixmap);
     if (m_gridIsOn) {
-        m_gridRect = QRectF(m_chartPixmap.rect());
+        m_gridRect = QRectF(rasterRect());
         drawGrid(&painter);
     }
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
@@ -460,7 +461,7 @@ void QCrossPlot::drawPointConnectionLine(QPainter* painter)
     line.reserve(rows);
     for (int row = 0; row < rows; ++row) {
         const QVariant v = m_model->data(m_model->index(row, 0));
-        if (v.isNull() || !v.isValid())
+        if (!v.isValid())
             continue;
         const QPointF pixel = transformInPixelPoint(v.toPointF());
         if (finite(pixel))
@@ -484,7 +485,7 @@ void QCrossPlot::drawDecimationData(QPainter* painter)
     const bool tadpoles = m_model->tadpoleAttributeIsOn() || !angles.empty();
     for (int row = 0; row < data->rowCount(); ++row) {
         const QVariant v = data->value(row, 0);
-        if (v.isNull() || !v.isValid())
+        if (!v.isValid())
             continue;
         const QPointF pixel = transformInPixelPoint(v.toPointF());
         if (!finite(pixel))
@@ -507,7 +508,7 @@ void QCrossPlot::drawDecimationCount(QPainter* painter)
     painter->setBrush(Qt::white);
     for (int row = 0; row < counts->rowCount(); ++row) {
         const QVariant v = counts->value(row, 0);
-        if (v.isNull() || !v.isValid())
+        if (!v.isValid())
             continue;
         const QPointF countAndDepth = v.toPointF();
         const QPointF anchor = transformInPixelPoint(QPointF(m_minPoint.x(), countAndDepth.y())) + QPointF(2.0, 0.0);
@@ -529,7 +530,7 @@ void QCrossPlot::drawIntervalBoundaries(QPainter* painter)
     painter->setPen(makePen(Qt::red, 2.0));
     if (m_intervalBoundaryHeld && m_mousePickingPos.x() != kNoValue) {
         const double y = m_mousePickingPos.y() + m_yOffsetPixels;
-        painter->drawLine(QLineF(0.0, y, m_chartPixmap.width(), y));
+        painter->drawLine(QLineF(0.0, y, m_rasterSize.width(), y));
     }
     for (double depth : filter->lineDepths()) {
         QLineF line;
@@ -557,7 +558,7 @@ void QCrossPlot::drawTandLdirection(QPainter* painter)
     if (m_tDirection == -1.0 || m_lDirection == -1.0)
         return;
     painter->setPen(makePen(Qt::red, 3.0));
-    const double bottom = m_chartPixmap.height();
+    const double bottom = m_rasterSize.height();
     for (double direction : {m_tDirection, m_lDirection}) {
         const QPointF pixel = transformInPixelPoint(QPointF(direction, 0.0));
         if (std::isfinite(pixel.x()))
@@ -650,7 +651,7 @@ void QCrossPlot::drawStructuralOrientation(DepthLineField* field, QPainter* pain
     const auto& depths = field->lineDepths();
     const auto& orientations = field->lineOrientations();
     const std::size_t n = std::min(depths.size(), orientations.size());
-    const double right = m_chartPixmap.rect().right();
+    const double right = rasterRect().right();
     for (std::size_t i = 0; i < n; ++i) {
         const QPointF o = orientations[i];
         if (o.x() == -1.0)
@@ -781,7 +782,7 @@ void QCrossPlot::mouseReleaseEvent(QMouseEvent* event)
             const int rows = m_model->rowCount();
             for (int row = 0; row < rows; ++row) {
                 const QVariant v = m_model->data(m_model->index(row, 0));
-                if (v.isNull() || !v.isValid())
+                if (!v.isValid())
                     continue;
                 const QPointF pixel = transformInPixelPoint(v.toPointF());
                 if (finite(pixel) && lasso.pointInOrOut(pixel))

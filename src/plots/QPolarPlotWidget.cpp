@@ -32,7 +32,7 @@ QPolarPlotWidget::QPolarPlotWidget(QWidget* parent, const QString& title) : QCha
 
 void QPolarPlotWidget::setCenterAndRadius()
 {
-    const QRect raster = m_chartPixmap.rect();
+    const QRect raster = rasterRect();
     m_centre = raster.center();
     m_radius = trunc(0.4 * std::min(raster.width(), raster.height()));
     const int r = m_radius;
@@ -58,13 +58,14 @@ void QPolarPlotWidget::paintEvent(QPaintEvent*)
         m_redrawNeeded = false;
     }
     if (m_gridIsOn) {
-        QPainter grid(m_overlayPixmap.isNull() ? &m_chartPixmap : &m_overlayPixmap);
+        QPainter grid;
+        beginRasterPainter(grid, m_overlayPixmap.isNull() ? m_chartPixmap : m_overlayPixmap);
         drawGrid(&grid);
     }
     QPainter painter(this);
     painter.fillRect(rect(), palette().brush(backgroundRole()));
     const QImage& shown = m_overlayPixmap.isNull() ? m_chartPixmap : m_overlayPixmap;
-    painter.drawImage(QPointF(0, 0), shown, QRectF(m_xOffsetPixels, m_yOffsetPixels, width(), height()));
+    painter.drawImage(QPointF(0, 0), shown);
 }
 
 // ---- the frame ----
@@ -117,8 +118,17 @@ QPointF QPolarPlotWidget::labelAnchor(double a, int gap) const { return polarPoi
 
 void QPolarPlotWidget::drawLabelText(QPainter* painter, const QRectF& box, const QString& text)
 {
-    // 132: centred both ways. Boxes are as tall as the font, so nothing is cut.
-    painter->drawText(box, Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextDontClip, text);
+    // 132: centred both ways. Boxes are as tall as the font, so nothing is cut. A chart short and
+    // wide for its ring has no room above and below it for the labels of north and south: such
+    // a label is moved back onto the raster rather than lost beyond its edge. (Sideways the text
+    // runs on past the edge, and moving it would put it over the ticks.)
+    const QRectF raster(rasterRect());
+    QRectF inside = box;
+    if (inside.top() < raster.top())
+        inside.moveTop(raster.top());
+    if (inside.bottom() > raster.bottom() + 1)
+        inside.moveBottom(raster.bottom() + 1);
+    painter->drawText(inside, Qt::AlignHCenter | Qt::AlignVCenter | Qt::TextDontClip, text);
 }
 
 void QPolarPlotWidget::drawAnnotationLabel(QPainter* painter, double a)
@@ -157,7 +167,11 @@ void QPolarPlotWidget::drawAngleAnnotationLabel(QPainter* painter, double a, int
     const double w = fm.horizontalAdvance(text), h = fm.height();
     const QPointF p = labelAnchor(a, gap);
     QRectF box;
-    if (a == 0.0)
+    if (a == 0.0 && p.y() - 2 * h - 2 < rasterRect().top()) {
+        // No room to stack "0" over "360": it goes on the same line, left of the "360".
+        const double right = p.x() - fm.horizontalAdvance(QStringLiteral("360")) / 2 - 4;
+        box = QRectF(QPointF(right - w, p.y() - h - 2), QPointF(right, p.y() - 2));
+    } else if (a == 0.0)
         box = QRectF(QPointF(p.x() - w, p.y() - 2 * h - 2), QPointF(p.x() + w, p.y() - h - 2));
     else if (a == 360.0)
         box = QRectF(QPointF(p.x() - w, p.y() - h - 2), QPointF(p.x() + w, p.y() - 2));

@@ -245,7 +245,8 @@ void QRosePlotWidget::redraw()
         p.setColor(QPalette::Window, m_backgroundColor);
         setPalette(p);
     }
-    QPainter painter(&m_chartPixmap);
+    QPainter painter;
+    beginRasterPainter(painter, m_chartPixmap);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     drawPlot(&painter, false);
 }

@@ -11,6 +11,7 @@
 #include <QTransform>
 
 #include <algorithm>
+#include <limits>
 #include <cmath>
 
 namespace rkBase {
@@ -520,7 +521,8 @@ void QStereoPlotWidget::redraw()
         p.setColor(QPalette::Window, m_backgroundColor);
         setPalette(p);
     }
-    QPainter painter(&m_chartPixmap);
+    QPainter painter;
+    beginRasterPainter(painter, m_chartPixmap);
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
     drawFrame(&painter, 1);
     painter.setClipRegion(m_clipRegion);
@@ -669,7 +671,7 @@ void QStereoPlotWidget::drawCyclographicTraces(QPainter* painter, int width)
     const int rows = m_model->rowCount();
     auto trace = [&](int row) {
         const QVariant v = m_model->data(m_model->index(row, 0));
-        if (v.isNull())
+        if (!v.isValid())
             return;
         const QPointF p = v.toPointF();
         drawCyclographicTrace(painter, p.x(), p.y(), false);
@@ -689,10 +691,64 @@ void QStereoPlotWidget::drawCyclographicTraces(QPainter* painter, int width)
     }
 }
 
+QRectF QStereoPlotWidget::placeLabelBox(const QRectF& box, const QPointF& anchor)
+{
+    // Candidates: the box as drawn, mirrored to the left of its point and centred over it, each
+    // also moved up or down by whole lines, first towards the centre, so that labels of one point
+    // stack.
+    const QPointF c(m_centre);
+    const double r = m_radius;
+    const QRectF left(2.0 * anchor.x() - box.right(), box.top(), box.width(), box.height());
+    const QRectF centred(anchor.x() - box.width() / 2.0, box.top(), box.width(), box.height());
+    const double towardsCentre = anchor.y() > c.y() ? -1.0 : 1.0;
+    std::vector<QRectF> candidates;
+    for (int k = 0; k <= 3; ++k) {
+        for (const double sense : {towardsCentre, -towardsCentre}) {
+            const double dy = sense * k * box.height();
+            candidates.push_back(box.translated(0.0, dy));
+            candidates.push_back(left.translated(0.0, dy));
+            candidates.push_back(centred.translated(0.0, dy));
+            if (k == 0)
+                break;
+        }
+    }
+    auto beyondRim = [&](const QRectF& b) {
+        double worst = 0.0;
+        for (const QPointF& p : {b.topLeft(), b.topRight(), b.bottomLeft(), b.bottomRight()})
+            worst = std::max(worst, std::hypot(p.x() - c.x(), p.y() - c.y()) - r);
+        return worst;
+    };
+    auto overlaps = [&](const QRectF& b) {
+        // Boxes that only touch (up to rounding) do not hide each other.
+        int n = 0;
+        for (const QRectF& placed : m_placedLabels)
+            n += placed.adjusted(0.5, 0.5, -0.5, -0.5).intersects(b);
+        return n;
+    };
+    // Off the ring first (a corner a pixel or two past the rim hides no number: they stand beyond
+    // the ticks), then clear of other labels, then as near its point and as little beyond the
+    // rim as can be.
+    std::size_t best = 0;
+    double bestScore = std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < candidates.size(); ++i) {
+        const double beyond = beyondRim(candidates[i]);
+        const double score = (beyond > 2.0 ? 1e6 + beyond : 0.0) + 1e3 * overlaps(candidates[i]);
+        if (score < bestScore) {
+            bestScore = score;
+            best = i;
+        }
+    }
+    if (m_placingResults)
+        m_placedLabels.push_back(candidates[best]);
+    return candidates[best];
+}
+
 void QStereoPlotWidget::drawMeanOrientation(QPainter* painter)
 {
     if (!m_model)
         return;
+    m_placedLabels.clear();
+    m_placingResults = true;
     m_pointKind = 0;
     const double limit = m_maxPlotAngle;
     if (m_showMeanResultantPole)
@@ -710,10 +766,10 @@ void QStereoPlotWidget::drawMeanOrientation(QPainter* painter)
         painter->setPen(netPen(colour, width));
         painter->setBrush(Qt::NoBrush);
         drawCyclographicTrace(painter, orientation.x(), orientation.y(), false);
-        // The label goes to the widget pixel of the dip direction, not its raster pixel, so a
-        // zoomed chart shows it off its trace by the zoom offset.
+        // Raster pixel, as the trace: dipDirectionInPixel() is a widget pixel, one scroll offset
+        // away on a zoomed chart.
         if (m_showLabels && finite(orientation))
-            drawLabel2(painter, dipDirectionInPixel(orientation), label, colour);
+            drawLabel2(painter, linePixel(orientation.x(), orientation.y()), label, colour);
     };
     if (m_showMeanPrincipalPlane)
         plane(m_model->meanPrincipalPlane(), m_meanPrincipalPlaneColor, m_meanPrincipalPlaneWidth,
@@ -738,6 +794,7 @@ void QStereoPlotWidget::drawMeanOrientation(QPainter* painter)
         drawResultPoint(painter, m_model->TdirectionDipDirection(), m_tAzimuthColor, tr("T Azimuth"), limit, false);
     if (m_showLAzimuth)
         drawResultPoint(painter, m_model->LdirectionDipDirection(), m_lAzimuthColor, tr("L Azimuth"), limit, false);
+    m_placingResults = false;
 }
 
 void QStereoPlotWidget::drawPole(QPainter* painter, double dip, double azimuth, const QColor& colour)
@@ -757,8 +814,7 @@ void QStereoPlotWidget::drawDipDirection(QPainter* painter, double dip, double a
     if (!(std::abs(dip) >= kFlat) || !std::isfinite(dip) || !std::isfinite(azimuth))
         return;
     painter->setBrush(colour);
-    // Widget pixel, unlike drawPole: on a zoomed raster the mark sits off by the zoom offset.
-    const QPointF pixel = dipDirectionInPixel(QPointF(dip, azimuth));
+    const QPointF pixel = linePixel(dip, azimuth);
     if (m_model)
         drawPoint(pixel, painter);
     else
@@ -770,7 +826,7 @@ void QStereoPlotWidget::drawDipDirection(QPainter* painter, double dip, double a
 {
     if (!(std::abs(dip) >= kFlat) || !std::isfinite(dip) || !std::isfinite(azimuth))
         return;
-    drawSymbols(dipDirectionInPixel(QPointF(dip, azimuth)), id, colour, selected, kSelectedColour, 1, painter);
+    drawSymbols(linePixel(dip, azimuth), id, colour, selected, kSelectedColour, 1, painter);
 }
 
 void QStereoPlotWidget::drawDipDirectionAsBigCircle(QPainter* painter, double dip, double azimuth,
@@ -895,7 +951,7 @@ void QStereoPlotWidget::drawSlipDirectionsForData(QPainter* painter)
     m_pointKind = 1;
     for (int row = 0; row < m_model->rowCount(); ++row) {
         const QVariant v = m_model->data(m_model->index(row, 0));
-        if (v.isNull())
+        if (!v.isValid())
             continue;
         const QPointF p = v.toPointF();
         double dip1, azimuth1, dip2, azimuth2;
@@ -1004,7 +1060,8 @@ void QStereoPlotWidget::paintEvent(QPaintEvent* event)
     }
     QImage& overlay = beginOverlay();
     {
-        QPainter painter(&overlay);
+        QPainter painter;
+        beginRasterPainter(painter, overlay);
         painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
         const int keepKind = m_pointKind;
         if (!m_moveStressField) {
@@ -1148,7 +1205,7 @@ void QStereoPlotWidget::mouseReleaseEvent(QMouseEvent* event)
         if (m_model) {
             for (int row = 0; row < m_model->rowCount(); ++row) {
                 const QVariant v = m_model->data(m_model->index(row, 0));
-                if (v.isNull())
+                if (!v.isValid())
                     continue;
                 const QPointF p = v.toPointF();
                 // Rim points are pulled in a little, so that a lasso along the rim takes them.
@@ -1170,13 +1227,11 @@ void QStereoPlotWidget::mouseReleaseEvent(QMouseEvent* event)
         if (m_lineationModel) {
             for (int row = 0; row < m_lineationModel->rowCount(); ++row) {
                 const QVariant v = m_lineationModel->data(m_lineationModel->index(row, 0));
-                if (v.isNull())
+                if (!v.isValid())
                     continue;
                 const QPointF p = v.toPointF();
-                // The lines are tested at their widget pixels against the polygon in raster
-                // pixels: on a zoomed chart the lasso takes the lines one zoom offset down and to
-                // the right of it.
-                if (lasso.pointInOrOut(dipDirectionInPixel(p))) {
+                // Raster pixels on both sides, so that the lasso takes what is drawn inside it.
+                if (lasso.pointInOrOut(linePixel(p.x(), p.y()))) {
                     m_lineationModel->setSelected(row, true);
                     if (m_model)
                         m_model->setSelected2(m_lineationModel->tableRow(row), true);

@@ -246,6 +246,10 @@ protected:
     void drawSlipDirectionsForData(QPainter* painter);
     void drawSlipDirectionConstruction(QPainter* painter, double dip, double azimuth);
     void drawSigmaStressStateOrientation(QPainter* painter);
+    // Result labels stay on the net, where they hide neither the ring's numbers nor each other:
+    // the box turns about its point to the first side that keeps it inside the primitive circle
+    // and clear of the labels already placed in this drawing of the results.
+    QRectF placeLabelBox(const QRectF& box, const QPointF& anchor) override;
 
     // Net radius of a line plunging a degrees on the current net.
     double netRadius(double a) const;
@@ -254,6 +258,10 @@ protected:
     // Traces, poles, dip directions and lineation through the point walkers, as the chart order
     // has them; the stress field's drag leaves the dip directions out.
     void drawDataPoints(QPainter* painter, bool withDipDirections = true);
+
+    // Label boxes of the results placed since drawMeanOrientation began.
+    std::vector<QRectF> m_placedLabels;
+    bool m_placingResults = false;
 
     // ---- fields, in their order ----
     bool m_showPoles = true;

@@ -27,10 +27,14 @@ bool flagSet(const MatrixData* node, int row)
 }
 
 // A class array: blank cells (not the zeros a grid starts with), so that an unwritten label
-// reads as no label.
-MatrixDataArray* newClassArray(const MatrixData* nodeX, int rows)
+// reads as no label. Its cells hold text (the id, the label, the colour's name) whatever the
+// attribute is, but it reports the attribute's cell type: that is how a chart knows that the
+// classes are colours of their own and not a colour map.
+MatrixDataArray* newClassArray(const MatrixData* nodeX, const MatrixData* attribute, int rows)
 {
     auto* a = new MatrixDataArray(nodeX ? nodeX->name() : QString(), 0, 3, QVariant::String);
+    if (attribute)
+        a->setNominalCellType(attribute->cellType());
     if (nodeX)
         a->setInterfaceName(nodeX->interfaceName());
     a->setAllocatedRowCount(std::max(rows, 0));
@@ -366,12 +370,12 @@ void QRelationshipItemModel::initLegenedEntries(QVariant*& colorIds, QColor*& co
     if (symbol) {
         createRowIds(symbol, rowsX, symbolNames, symbolColors, symbolIds, symbolColours);
         delete m_symbolClasses;
-        m_symbolClasses = newClassArray(m_nodeX, rowsX);
+        m_symbolClasses = newClassArray(m_nodeX, symbol, rowsX);
     }
     if (color) {
         createRowIds(color, rowsX, colorNames, colorColors, colorIds, colorColours);
         delete m_colorClasses;
-        m_colorClasses = newClassArray(m_nodeX, rowsX);
+        m_colorClasses = newClassArray(m_nodeX, color, rowsX);
     }
 }
 
@@ -379,11 +383,11 @@ void QRelationshipItemModel::initColorAndSymbolAttributeData(MatrixData* symbol,
 {
     if (symbol) {
         delete m_symbolClasses;
-        m_symbolClasses = newClassArray(m_nodeX, rows);
+        m_symbolClasses = newClassArray(m_nodeX, symbol, rows);
     }
     if (color) {
         delete m_colorClasses;
-        m_colorClasses = newClassArray(m_nodeX, rows);
+        m_colorClasses = newClassArray(m_nodeX, color, rows);
     }
 }
 

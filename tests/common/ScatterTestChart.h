@@ -16,7 +16,8 @@ public:
     void redraw() override
     {
         QChartDrawingArea::redraw();
-        QPainter painter(&m_chartPixmap);
+        QPainter painter;
+        beginRasterPainter(painter, m_chartPixmap);
         painter.setRenderHint(QPainter::Antialiasing);
         drawChart(painter);
         ++redraws;

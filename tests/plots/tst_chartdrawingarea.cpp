@@ -88,8 +88,11 @@ private slots:
     void symbolShapes();
     void walkersDrawTheSelectionLast_data();
     void walkersDrawTheSelectionLast();
+    void colourAttributesReachTheirWalkers_data();
+    void colourAttributesReachTheirWalkers();
     void colourTypedTadpolesKeepTheWalkPen_data();
     void colourTypedTadpolesKeepTheWalkPen();
+    void nullPointsAreSkipped_data();
     void nullPointsAreSkipped();
     void storedAndVariantReadsDrawAlike_data();
     void storedAndVariantReadsDrawAlike();
@@ -217,6 +220,76 @@ void TestChartDrawingArea::walkersDrawTheSelectionLast()
     QCOMPARE(shapes, expected);
 }
 
+void TestChartDrawingArea::colourAttributesReachTheirWalkers_data()
+{
+    QTest::addColumn<int>("attributeType");
+    QTest::addColumn<bool>("symbolOn");
+    QTest::addColumn<bool>("symbolColourOnly");
+    QTest::addColumn<QString>("expected");
+    // Rows red, green, red; the stress overlay is on, which is where the walkers differ most.
+    // A colour-typed attribute keeps its own colours under the overlay ...
+    QTest::newRow("colour cells") << int(QVariant::Color) << false << false << "red green red";
+    // ... a colour map attribute gives way to the overlay: its symbols are background-filled.
+    QTest::newRow("colour map") << int(QVariant::Double) << false << false << "white white white";
+    // With a symbol attribute, the "Single" style keeps the classes' symbols with colour cells
+    // (the other walker would make every point a cross).
+    QTest::newRow("colour cells and symbols, single style") << int(QVariant::Color) << true << true << "shapes";
+}
+
+void TestChartDrawingArea::colourAttributesReachTheirWalkers()
+{
+    QFETCH(int, attributeType);
+    QFETCH(bool, symbolOn);
+    QFETCH(bool, symbolColourOnly);
+    QFETCH(QString, expected);
+    auto column = [](const char* name, QVariant::Type type, const QVariantList& cells) {
+        auto node = std::make_unique<MatrixData>(QString::fromLatin1(name), cells.size(), 1, type, true);
+        for (int r = 0; r < cells.size(); ++r)
+            node->setValue(r, 0, cells[r]);
+        return node;
+    };
+    auto x = column("x", QVariant::Double, {20.0, 40.0, 60.0});
+    auto y = column("y", QVariant::Double, {30.0, 30.0, 30.0});
+    auto tint = attributeType == int(QVariant::Color)
+                    ? column("tint", QVariant::Color, {QColor(Qt::red), QColor(Qt::green), QColor(Qt::red)})
+                    : column("tint", QVariant::Double, {1.0, 2.0, 1.0});
+    auto kind = column("kind", QVariant::String, {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("a")});
+    QMap<int, QVariant> cn, sn;
+    QMap<int, QColor> cc, sc;
+    Model model;
+    model.takeNewDataSet(1, Model::ShowAll, x.get(), y.get(), tint.get(), symbolOn ? kind.get() : nullptr, true, {},
+                         cn, cc, sn, sc);
+    QCOMPARE(int(model.colorClasses()->cellType()), attributeType);
+    // The ids and labels stay readable whatever the attribute's type.
+    QVERIFY(!model.colorClasses()->value(0, 0).toString().isEmpty());
+    model.setColorAttributeNode(tint.get());
+    model.setPointStyle(Model::Circle);
+    model.setFilledStressFieldIsOn(true);
+    model.setShowStressState(true);
+    ScatterTestChart chart;
+    chart.setModel(&model);
+    chart.setSymbolColorOnly(symbolColourOnly);
+    PaintRecorder device;
+    {
+        QPainter painter(&device);
+        chart.setPointPen(&painter);
+        chart.drawPoints(&painter);
+    }
+    const QStringList calls = device.calls();
+    QCOMPARE(calls.size(), 3);
+    if (expected == QLatin1String("shapes")) {
+        QVERIFY2(!calls.filter(QRegularExpression(QStringLiteral("^(rect|polygon|ellipse)"))).isEmpty(),
+                 qPrintable(calls.join('\n')));
+        return;
+    }
+    QStringList fills;
+    for (const QString& c : calls) {
+        const QColor brush(c.section(QStringLiteral("brush "), 1).section(QLatin1Char(' '), 0, 0));
+        fills << (brush == Qt::red ? "red" : brush == Qt::green ? "green" : brush == Qt::white ? "white" : brush.name());
+    }
+    QCOMPARE(fills.join(' '), expected);
+}
+
 void TestChartDrawingArea::colourTypedTadpolesKeepTheWalkPen_data()
 {
     QTest::addColumn<int>("displayType");
@@ -246,8 +319,6 @@ void TestChartDrawingArea::colourTypedTadpolesKeepTheWalkPen()
     Model model;
     model.takeNewDataSet(1, Model::DisplayType(displayType), x.get(), y.get(), tint.get(), nullptr, true, {1}, cn,
                          cc, sn, sc);
-    // The class array of a colour attribute has the attribute's cell type.
-    model.colorClasses()->setCellType(QVariant::Color);
     model.setColorAttributeNode(tint.get());
     model.setTadPoleAzimuthDataNode(azimuth.get());
     model.setPointStyle(Model::Circle);
@@ -258,15 +329,29 @@ void TestChartDrawingArea::colourTypedTadpolesKeepTheWalkPen()
     QCOMPARE(last.section(QStringLiteral(" | "), 1, 2), selectedPen + QStringLiteral(" | brush #ff00ff00"));
 }
 
+void TestChartDrawingArea::nullPointsAreSkipped_data()
+{
+    QTest::addColumn<bool>("throughData");
+    QTest::newRow("cells") << false;
+    QTest::newRow("data()") << true;
+}
+
 void TestChartDrawingArea::nullPointsAreSkipped()
 {
-    PointSet set({{10, 20}, {20, 20}, {30, 20}}, Model::ShowAll);
-    set.model.setPointStyle(Model::Circle);
-    set.model.data()->setValue(1, 0, QVariant()); // a point that has gone
-    const QStringList calls = drawnPoints(set.model);
-    QCOMPARE(calls.size(), 2);
+    // Only a blank cell is no point. A point at the origin (a flat bed, a zero reading) is drawn,
+    // though a QVariant holding it reports isNull().
+    QFETCH(bool, throughData);
+    const QVector<QPointF> points = {{10, 20}, {20, 20}, {0, 0}, {30, 20}};
+    PointSetOf<Model> stored(points, Model::ShowAll, {});
+    PointSetOf<DerivedModel> variant(points, Model::ShowAll, {});
+    Model& model = throughData ? static_cast<Model&>(variant.model) : stored.model;
+    model.setPointStyle(Model::Circle);
+    model.data()->setValue(1, 0, QVariant()); // a point that has gone
+    const QStringList calls = drawnPoints(model);
+    QCOMPARE(calls.size(), 3);
     QVERIFY(calls[0].startsWith(QStringLiteral("ellipse 8,18 5x5")));
-    QVERIFY(calls[1].startsWith(QStringLiteral("ellipse 28,18 5x5")));
+    QVERIFY2(calls[1].startsWith(QStringLiteral("ellipse -2,-2 5x5")), qPrintable(calls[1]));
+    QVERIFY(calls[2].startsWith(QStringLiteral("ellipse 28,18 5x5")));
 }
 
 void TestChartDrawingArea::storedAndVariantReadsDrawAlike_data()
@@ -280,8 +365,8 @@ void TestChartDrawingArea::storedAndVariantReadsDrawAlike_data()
 void TestChartDrawingArea::storedAndVariantReadsDrawAlike()
 {
     // The plain model's points are read from their cells in blocks; a derived model's through
-    // data(). Both walks must ask for the same drawing, in the same order: blank cells and points
-    // at the origin (a null QVariant) left out, the selection last, across block boundaries.
+    // data(). Both walks must ask for the same drawing, in the same order: blank cells left out,
+    // points at the origin drawn, the selection last, across block boundaries.
     QFETCH(int, displayType);
     QRandomGenerator rng(9);
     QVector<QPointF> points;
@@ -428,8 +513,17 @@ void TestChartDrawingArea::tadpoles()
         QPainter painter(&device);
         painter.translate(0.5, 0.5);
         chart.drawTadPole(pos, azimuth, Qt::red, 3, &painter);
-        // A drawn tadpole resets the painter's transformation.
-        QCOMPARE(painter.transform().isIdentity(), !expected.isEmpty());
+        // A tadpole leaves the painter's transformation as it found it: a chart's painter
+        // carries the scroll offsets, and later marks must keep them.
+        QCOMPARE(painter.transform(), QTransform::fromTranslate(0.5, 0.5));
+    }
+    {
+        // So does a rotated label.
+        PaintRecorder other;
+        QPainter painter(&other);
+        painter.translate(-100, -40);
+        chart.drawLabel3(&painter, QPointF(20, 20), QStringLiteral("T"), Qt::black, 30.0, true);
+        QCOMPARE(painter.transform(), QTransform::fromTranslate(-100, -40));
     }
     QStringList shapes;
     for (const QString& c : device.calls()) {
@@ -645,8 +739,9 @@ void TestChartDrawingArea::wheelZoom()
     QApplication::sendEvent(&chart, &wheel);
     QVERIFY(qAbs(chart.zoomFactor() - expected) < 1e-9);
     QCOMPARE(spy.count(), emitted);
-    // The raster follows the zoom.
-    QCOMPARE(chart.chartImage().size(), QSize(200, 100) * chart.zoomFactor());
+    // The raster the chart is laid out on follows the zoom; only the widget's window is held.
+    QCOMPARE(chart.rasterSize(), QSize(200, 100) * chart.zoomFactor());
+    QCOMPARE(chart.chartImage().size(), QSize(200, 100));
 
     chart.enableMouseZoom(false);
     QApplication::sendEvent(&chart, &wheel);
@@ -666,7 +761,7 @@ void TestChartDrawingArea::zoomOffsets()
     chart.yoffset(100);
     QCOMPARE(chart.yOffsetPixels(), 100);
     chart.zoomY(3.0);
-    QCOMPARE(chart.chartImage().size(), QSize(200, 300));
+    QCOMPARE(chart.rasterSize(), QSize(200, 300));
     QCOMPARE(chart.xOffsetPixels(), 0);
     QCOMPARE(chart.yOffsetPixels(), 200);
     chart.zoom(1.0);

@@ -189,6 +189,7 @@ private slots:
     void shortLassoClears_data();
     void shortLassoClears();
     void pickingLimits();
+    void pointAtTheOriginIsDrawnAndLassoed();
     void topsFollowTheMouse();
     void intervalBoundaries();
     void stateRules();
@@ -646,6 +647,30 @@ void TestCrossPlot::shortLassoClears()
     QCOMPARE(model.isSelected(2), kept);
     QCOMPARE(selection.count(), 1);
     QVERIFY(plot.selectionPolygon().isEmpty());
+}
+
+void TestCrossPlot::pointAtTheOriginIsDrawnAndLassoed()
+{
+    // A reading of (0, 0) is a point like any other: drawn, and taken by a lasso around it.
+    Points model({{-50.0, -25.0}, {0.0, 0.0}, {50.0, 25.0}});
+    Plot plot;
+    plot.setModel(&model);
+    plot.setBoundaries(QPointF(-100, -50), QPointF(100, 50));
+    QCOMPARE(plot.transformInPixelPoint(QPointF(0, 0)), QPointF(100, 50));
+    QStringList points;
+    for (const QString& c : plot.record())
+        if (layerOf(c) == QLatin1String("points"))
+            points << c.section(QLatin1String(" | "), 0, 0);
+    QCOMPARE(points.size(), 3);
+    // A cross of size 2 about pixel (100, 50).
+    QVERIFY2(points.filter(QStringLiteral("98,50-102,50 100,48-100,52")).size() == 1, qPrintable(points.join(QLatin1Char(10))));
+    press(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(90, 40));
+    for (const QPoint& at : {QPoint(110, 40), QPoint(110, 60), QPoint(90, 60)})
+        move(&plot, at);
+    release(&plot, Qt::LeftButton, Qt::NoModifier, QPoint(90, 55));
+    QVERIFY(!model.isSelected(0));
+    QVERIFY(model.isSelected(1));
+    QVERIFY(!model.isSelected(2));
 }
 
 void TestCrossPlot::pickingLimits()

@@ -45,6 +45,7 @@ public:
         return device.calls();
     }
     using QStereoPlotWidget::drawCyclographicTraces;
+    using QStereoPlotWidget::drawDataPoints;
     using QStereoPlotWidget::drawMeanOrientation;
     using QStereoPlotWidget::mousePressEvent;
     using QStereoPlotWidget::mouseReleaseEvent;
@@ -156,8 +157,13 @@ private slots:
     void netFrames_data();
     void netFrames();
     void pointKindDecidesThePlacement();
-    void zoomedMarksSitAtWidgetPixels_data();
-    void zoomedMarksSitAtWidgetPixels();
+    void zoomedMarksSitOnTheirLines_data();
+    void zoomedMarksSitOnTheirLines();
+    void flatBedsAreTheCentrePole_data();
+    void flatBedsAreTheCentrePole();
+    void zoomTwentyKeepsOnlyTheVisibleWindow();
+    void resultLabelsStayOnTheNet_data();
+    void resultLabelsStayOnTheNet();
     void blockPlacementIsPoleInPixel_data();
     void blockPlacementIsPoleInPixel();
     void tracesWithTheSelectionPass_data();
@@ -608,7 +614,7 @@ void TestStereoPlot::pointKindDecidesThePlacement()
     QCOMPARE(net.model(), &model);
 }
 
-void TestStereoPlot::zoomedMarksSitAtWidgetPixels_data()
+void TestStereoPlot::zoomedMarksSitOnTheirLines_data()
 {
     QTest::addColumn<bool>("equalArea");
     QTest::addColumn<int>("mark");
@@ -620,10 +626,10 @@ void TestStereoPlot::zoomedMarksSitAtWidgetPixels_data()
     }
 }
 
-void TestStereoPlot::zoomedMarksSitAtWidgetPixels()
+void TestStereoPlot::zoomedMarksSitOnTheirLines()
 {
-    // The single dip direction marks and the labels of result planes go to dipDirectionInPixel as
-    // it stands, the raster pixel less the zoom offset, unlike poles and the data's lines.
+    // On a zoomed, scrolled chart the single dip direction marks and the labels of result planes
+    // sit where the line is drawn: its raster pixel, the widget pixel plus the scroll offsets.
     QFETCH(bool, equalArea);
     QFETCH(int, mark);
     const QPointF line(35.0, 120.0);
@@ -646,7 +652,7 @@ void TestStereoPlot::zoomedMarksSitAtWidgetPixels()
         else
             net.drawMeanOrientation(p);
     });
-    const QPointF at = net.dipDirectionInPixel(line);
+    const QPointF at = net.dipDirectionInPixel(line) + QPointF(100, 100);
     const int size = mark == 2 ? 4 : 3;
     const QString cross = QStringLiteral("lines %1,%2-%3,%2 %4,%5-%4,%6 ")
                               .arg(int(at.x() - size))
@@ -656,6 +662,109 @@ void TestStereoPlot::zoomedMarksSitAtWidgetPixels()
                               .arg(int(at.y() - size))
                               .arg(int(at.y() + size));
     QVERIFY2(!matching(calls, "^" + QRegularExpression::escape(cross)).isEmpty(), qPrintable(calls.join("\n")));
+}
+
+void TestStereoPlot::flatBedsAreTheCentrePole_data()
+{
+    QTest::addColumn<bool>("equalArea");
+    QTest::newRow("Schmidt") << true;
+    QTest::newRow("Wulff") << false;
+}
+
+void TestStereoPlot::flatBedsAreTheCentrePole()
+{
+    // A bed at dip 0 / azimuth 0, as field books record a flat bed, is a pole at the centre of
+    // the net: drawn like any other.
+    QFETCH(bool, equalArea);
+    Orientations model({{30.0, 90.0}, {0.0, 0.0}, {0.0, 0.0}});
+    model.setPointStyle(QRelationshipItemModel::Circle);
+    model.setPointPixelSize(3);
+    Stereo net(equalArea);
+    net.setModel(&model);
+    net.setShowTraces(false);
+    const QStringList calls = net.record([&](QPainter* p) { net.drawDataPoints(p); });
+    const QPoint c = net.centre();
+    const QString atCentre = QStringLiteral("ellipse %1,%2 7x7").arg(c.x() - 3).arg(c.y() - 3);
+    QCOMPARE(calls.filter(QRegularExpression("^" + QRegularExpression::escape(atCentre))).size(), 2);
+    QCOMPARE(calls.filter(QRegularExpression("^ellipse ")).size(), 3);
+}
+
+void TestStereoPlot::zoomTwentyKeepsOnlyTheVisibleWindow()
+{
+    // At zoom 20 a 2000 x 1500 chart is laid out on a 40000 x 30000 raster, past what an image
+    // may hold: only the window the widget shows is kept, and it shows the chart's middle.
+    Orientations model({{0.0, 0.0}});
+    model.setPointStyle(QRelationshipItemModel::Square);
+    model.setPointPixelSize(6);
+    Stereo net(true, QSize(2000, 1500));
+    net.setModel(&model);
+    net.setPoleColor(QColor(255, 0, 0));
+    net.updateChart();
+    const std::size_t atOne = net.rasterMemoryBytes();
+    net.zoom(20.0);
+    QCOMPARE(net.rasterSize(), QSize(40000, 30000));
+    QCOMPARE(net.xOffsetPixels(), 19000); // half of 40000 - 2000
+    QCOMPARE(net.yOffsetPixels(), 14250);
+    const QImage shown = net.grab().toImage();
+    QCOMPARE(net.chartImage().size(), QSize(2000, 1500));
+    QVERIFY2(net.rasterMemoryBytes() <= 3 * atOne,
+             qPrintable(QStringLiteral("%1 bytes against %2").arg(net.rasterMemoryBytes()).arg(atOne)));
+    // The flat bed's pole sits at the raster's centre, the widget's centre here.
+    QCOMPARE(QColor(shown.pixel(1000, 750)), QColor(255, 0, 0));
+    // Scrolled to the top left corner the pole is out of sight and the window is redrawn.
+    net.xoffset(0);
+    net.yoffset(0);
+    QCOMPARE(QPoint(net.xOffsetPixels(), net.yOffsetPixels()), QPoint(0, 0));
+    const QImage corner = net.grab().toImage();
+    QVERIFY(QColor(corner.pixel(1000, 750)) != QColor(255, 0, 0));
+}
+
+void TestStereoPlot::resultLabelsStayOnTheNet_data()
+{
+    QTest::addColumn<QPointF>("plane");
+    // Gentle planes, whose dip direction lies near the rim, in every quarter; and a steep one.
+    QTest::newRow("north east") << QPointF(5.0, 60.0);
+    QTest::newRow("south east") << QPointF(2.0, 120.0);
+    QTest::newRow("south west") << QPointF(4.0, 230.0);
+    QTest::newRow("north west") << QPointF(3.0, 320.0);
+    QTest::newRow("east, on the rim") << QPointF(0.5, 90.0);
+    QTest::newRow("steep") << QPointF(70.0, 200.0);
+}
+
+void TestStereoPlot::resultLabelsStayOnTheNet()
+{
+    // A result's label must not cover the ring's numbers: its box stays inside the primitive
+    // circle, and the labels of two results do not cover each other.
+    QFETCH(QPointF, plane);
+    Orientations model({{10.0, 0.0}});
+    model.setResults({0.0, 0.0}, plane, {0.0, 0.0}, plane);
+    Stereo net(true);
+    net.setModel(&model);
+    net.setShowMeanPrincipalPlane(true);
+    net.setShowBestFitPlane(true);
+    PaintRecorder device(net.size());
+    device.setRecordTextPositions(true);
+    QPainter painter(&device);
+    const QFontMetricsF fm = painter.fontMetrics();
+    net.drawMeanOrientation(&painter);
+    painter.end();
+    const QStringList texts = device.calls().filter(QRegularExpression("^text ' (Mean Principal|Best Fit) Plane '"));
+    QCOMPARE(texts.size(), 2);
+    QVector<QRectF> boxes;
+    for (const QString& t : texts) {
+        const QRegularExpressionMatch m = QRegularExpression("^text '(.*)' at (-?\\d+),(-?\\d+)").match(t);
+        QVERIFY2(m.hasMatch(), qPrintable(t));
+        // The text's baseline start; its box reaches an ascent above and a descent below.
+        const QPointF at(m.captured(2).toDouble(), m.captured(3).toDouble());
+        const QRectF box(at.x(), at.y() - fm.ascent(), fm.horizontalAdvance(m.captured(1)), fm.height());
+        const QPointF c(net.centre());
+        for (const QPointF& corner : {box.topLeft(), box.topRight(), box.bottomLeft(), box.bottomRight()})
+            QVERIFY2(std::hypot(corner.x() - c.x(), corner.y() - c.y()) <= net.radius() + 3.0,
+                     qPrintable(t));
+        boxes << box;
+    }
+    QVERIFY2(!boxes[0].adjusted(1, 1, -1, -1).intersects(boxes[1]),
+             qPrintable(texts.join(QLatin1Char(10))));
 }
 
 void TestStereoPlot::blockPlacementIsPoleInPixel_data()

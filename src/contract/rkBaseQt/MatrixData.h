@@ -243,6 +243,10 @@ public:
     // ---- cells and rows ----
     QVariant::Type cellType() const { return m_cellType; }
     void setCellType(QVariant::Type type);
+    // The cell type the node reports, its cells left as they are stored: for a table whose
+    // cells describe cells of another type (a chart's class per point keeps an attribute's
+    // colour classes as text).
+    void setNominalCellType(QVariant::Type type) { m_cellType = type; }
     bool isValueAllowed(const QVariant& value) const;
     void setAllowedRange(double min, double max);
     void insertValue(int row, const QVariant& value);
