@@ -21,6 +21,7 @@
 // - A tadpole resets the painter's transformation after it is drawn.
 
 #include "QRelationshipItemModel.h"
+#include "RowSetMetaType.h"
 
 #include <QAction>
 #include <QColor>
