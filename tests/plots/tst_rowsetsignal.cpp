@@ -49,10 +49,11 @@ class TestRowSetSignal : public QObject
 {
     Q_OBJECT
 private slots:
-    void spyRecordsTheRows_data();
-    void spyRecordsTheRows();
+    // First: nothing in this test may have made the type known before the chart does.
     void queuedConnectionDelivers_data();
     void queuedConnectionDelivers();
+    void spyRecordsTheRows_data();
+    void spyRecordsTheRows();
 };
 
 void TestRowSetSignal::spyRecordsTheRows_data()
