@@ -67,6 +67,21 @@ QList<QVector3D> groups(double thirdSpread = 0.0)
     return rows;
 }
 
+// Three groups of 40 interleaved rows: the plane groups above as x and y, or, for a stereo run,
+// three orientations as dip and azimuth.
+Loaded loadGroups(bool stereo, Model::DisplayType type = Model::ShowAll, const std::vector<int>& selected = {})
+{
+    QList<QVector3D> rows;
+    if (stereo) {
+        for (int r = 0; r < 120; ++r)
+            rows << (r % 3 == 0 ? QVector3D(10, 10, 0) : r % 3 == 1 ? QVector3D(60, 100, 0) : QVector3D(45, 250, 0));
+    } else {
+        rows = groups();
+    }
+    return load(rows, stereo ? QStringLiteral("dip") : QStringLiteral("x"),
+                stereo ? QStringLiteral("azimuth") : QStringLiteral("y"), false, type, selected);
+}
+
 std::vector<int> ids(const Model& m)
 {
     std::vector<int> out;
@@ -322,15 +337,7 @@ void TestClusters::filteredRowsKeepMinusOne()
             out.insert(r);
         else
             selected.push_back(r);
-    QList<QVector3D> rows;
-    if (stereo) {
-        for (int r = 0; r < 120; ++r)
-            rows << (r % 3 == 0 ? QVector3D(10, 10, 0) : r % 3 == 1 ? QVector3D(60, 100, 0) : QVector3D(45, 250, 0));
-    } else {
-        rows = groups();
-    }
-    Loaded l = load(rows, stereo ? QStringLiteral("dip") : QStringLiteral("x"),
-                    stereo ? QStringLiteral("azimuth") : QStringLiteral("y"), false, Model::HighlightSelected, selected);
+    Loaded l = loadGroups(stereo, Model::HighlightSelected, selected);
     QVERIFY(l.model->partSelection());
     l.model->data()->setValue(7, 0, QPointF(kNaN, 3.0));
     l.model->touchData();
@@ -378,15 +385,7 @@ void TestClusters::reloadForgetsClusters()
     QFETCH(bool, stereo);
     QFETCH(int, reload);
     QFETCH(bool, kept);
-    QList<QVector3D> rows;
-    if (stereo) {
-        for (int r = 0; r < 120; ++r)
-            rows << (r % 3 == 0 ? QVector3D(10, 10, 0) : r % 3 == 1 ? QVector3D(60, 100, 0) : QVector3D(45, 250, 0));
-    } else {
-        rows = groups();
-    }
-    Loaded l = load(rows, stereo ? QStringLiteral("dip") : QStringLiteral("x"),
-                    stereo ? QStringLiteral("azimuth") : QStringLiteral("y"), false);
+    Loaded l = loadGroups(stereo);
     QVERIFY(stereo ? l.model->buildClusters_KML_ForStereoProjection(QStringLiteral("s"), 3)
                    : l.model->buildClusters_KML(QStringLiteral("p"), 3));
     QCOMPARE(l.model->clusterIDCount(), 120);
