@@ -12,25 +12,34 @@ namespace rkBase {
 namespace {
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
+constexpr double kLargest = std::numeric_limits<double>::max();
+
+// Finite cells whose sum passes the largest double are summed again scaled by this power of
+// two, which loses no digits (only cells far too small to matter beside the sum underflow): a
+// bar of two cells of 1.7e308 is a bar of 1.7e308, not an infinity that draws nothing.
+constexpr double kDownScale = 0x1p-64;
+constexpr double kUpScale = 0x1p64;
 
 struct Accumulator {
     double sum = 0.0;
     int count = 0;
+    double scale = 1.0;
     void add(double v)
     {
         // v - v is 0 only for finite v: NaN and infinities drop out without a branch on each.
         if (v - v == 0.0) {
-            sum += v;
+            sum += v * scale;
             ++count;
         }
     }
 };
 
 // One column over one category: entries [begin, end) of the row list, or rows begin..end-1
-// when there is no list.
-Accumulator accumulate(const CellColumn& cells, const std::vector<int>& rows, int begin, int end)
+// when there is no list. Each finite cell is multiplied by scale before it is added.
+Accumulator accumulate(const CellColumn& cells, const std::vector<int>& rows, int begin, int end, double scale)
 {
     Accumulator acc;
+    acc.scale = scale;
     const int size = cells.size();
     const std::uint8_t* valid = cells.validData();
     const double* doubles = cells.doubleData();
@@ -46,7 +55,7 @@ Accumulator accumulate(const CellColumn& cells, const std::vector<int>& rows, in
                 for (int k = 0; k < 4; ++k) {
                     const double v = doubles[r + k];
                     const bool take = valid[r + k] != 0 && v - v == 0.0;
-                    sum[k] += take ? v : 0.0;
+                    sum[k] += take ? v * scale : 0.0;
                     count[k] += take;
                 }
             for (; r < end; ++r)
@@ -119,10 +128,15 @@ BarDiagramData BarDiagramData::reduce(const QList<MatrixData*>& columns, const s
         for (int c = 0; c < categories; ++c) {
             const int begin = c * out.m_step;
             const int end = static_cast<int>(std::min<long long>(n, static_cast<long long>(begin) + out.m_step));
-            const Accumulator acc = accumulate(cells, rows, begin, end);
+            const Accumulator acc = accumulate(cells, rows, begin, end, 1.0);
             if (acc.count == 0)
                 continue;
-            const double mean = acc.sum / acc.count;
+            double mean = acc.sum / acc.count;
+            if (!std::isfinite(mean)) {
+                const Accumulator scaled = accumulate(cells, rows, begin, end, kDownScale);
+                // The mean lies between the cells; rounding must not carry it past the largest double.
+                mean = std::clamp(scaled.sum / scaled.count * kUpScale, -kLargest, kLargest);
+            }
             const std::size_t at = s * categories + c;
             out.m_values[at] = convert ? column->convertModelToDisplay(mean) : mean;
             out.m_counts[at] = acc.count;

@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace rkBase {
 
@@ -23,6 +24,16 @@ constexpr double kStackShare = 0.7;
 constexpr int kOutlineFrom = 5;
 
 bool finite(double v) { return std::isfinite(v); }
+
+constexpr double kLargest = std::numeric_limits<double>::max();
+
+// Where v lies between lo and hi, 0 to 1. Halving first keeps an axis from -1.7e308 to 1.7e308
+// finite, and changes nothing else: halving is exact.
+double fraction(double v, double lo, double hi)
+{
+    const double span = hi / 2 - lo / 2;
+    return span > 0.0 ? (v / 2 - lo / 2) / span : 0.0;
+}
 
 // The smallest k of 1, 2, 5, 10, 20, ... with pitch * k >= need.
 int niceEvery(double pitch, double need)
@@ -112,6 +123,23 @@ std::vector<QBarDiagramWidget::Segment> QBarDiagramWidget::segments(const BarDia
             if (finite(v))
                 total += std::abs(v);
         }
+        // Values near the largest double can add up past it: then the shares are taken of the
+        // values divided by the largest of them.
+        double scale = 1.0;
+        if (mode == PercentBars && !finite(total)) {
+            scale = 0.0;
+            for (int s = 0; s < series; ++s) {
+                const double v = data.value(s, c);
+                if (finite(v))
+                    scale = std::max(scale, std::abs(v));
+            }
+            total = 0.0;
+            for (int s = 0; s < series; ++s) {
+                const double v = data.value(s, c);
+                if (finite(v))
+                    total += std::abs(v) / scale;
+            }
+        }
         if (mode == PercentBars && !(total > 0.0 && finite(total)))
             continue;
         double up = 0.0, down = 0.0;
@@ -120,13 +148,16 @@ std::vector<QBarDiagramWidget::Segment> QBarDiagramWidget::segments(const BarDia
             if (!finite(v))
                 continue;
             if (mode == PercentBars)
-                v = 100.0 * v / total;
+                v = 100.0 * (v / scale) / total;
+            // A stack taller than the largest double ends there, on the axis's last tick.
             if (v >= 0.0) {
-                out.push_back({s, c, up, up + v});
-                up += v;
+                const double top = std::min(up + v, kLargest);
+                out.push_back({s, c, up, top});
+                up = top;
             } else {
-                out.push_back({s, c, down, down + v});
-                down += v;
+                const double bottom = std::max(down + v, -kLargest);
+                out.push_back({s, c, down, bottom});
+                down = bottom;
             }
         }
     }
@@ -142,13 +173,12 @@ std::vector<double> QBarDiagramWidget::niceTicks(double min, double max, int max
         std::swap(min, max);
     if (min == max) {
         const double d = min == 0.0 ? 1.0 : std::abs(min) * 0.1;
-        min -= d;
-        max += d;
+        min = std::max(min - d, -kLargest);
+        max = std::min(max + d, kLargest);
     }
-    const double range = max - min;
-    if (!finite(range))
-        return {};
-    const double raw = range / std::max(1, maxTicks);
+    // Half the range, so that values of either sign up to the largest double still have one.
+    const double halfRange = max / 2 - min / 2;
+    const double raw = halfRange / std::max(1, maxTicks) * 2;
     const double magnitude = std::pow(10.0, std::floor(std::log10(raw)));
     const double norm = raw / magnitude;
     step = (norm <= 1.0 ? 1.0 : norm <= 2.0 ? 2.0 : norm <= 5.0 ? 5.0 : 10.0) * magnitude;
@@ -156,8 +186,12 @@ std::vector<double> QBarDiagramWidget::niceTicks(double min, double max, int max
     const double first = std::floor(min / step + 1e-9);
     const double last = std::ceil(max / step - 1e-9);
     std::vector<double> ticks;
-    for (double k = first; k <= last; k += 1.0)
-        ticks.push_back(k * step == 0.0 ? 0.0 : k * step);
+    for (double k = first; k <= last; k += 1.0) {
+        // The whole step past a value near the largest double is no longer a number: the axis
+        // ends at the largest double instead.
+        const double t = std::clamp(k * step, -kLargest, kLargest);
+        ticks.push_back(t == 0.0 ? 0.0 : t);
+    }
     return ticks;
 }
 
@@ -314,7 +348,7 @@ QBarDiagramWidget::Layout QBarDiagramWidget::layout(const QSize& size, const QFo
     // On a plot lower than its tick labels, labels that would touch the one below are left out.
     std::vector<QString> shownTickLabels;
     for (std::size_t i = 0; i < l.ticks.size(); ++i) {
-        const double ty = l.plot.bottom() - (l.ticks[i] - l.valueMin) / (l.valueMax - l.valueMin) * l.plot.height();
+        const double ty = l.plot.bottom() - fraction(l.ticks[i], l.valueMin, l.valueMax) * l.plot.height();
         const double w = fm.horizontalAdvance(l.tickLabels[i]) + 1.0;
         const QRectF box(l.plot.left() - kTickLength - 3.0 - w, ty - h / 2.0, w, h);
         if (!l.tickLabelBoxes.empty() && box.bottom() > l.tickLabelBoxes.back().top())
@@ -328,8 +362,7 @@ QBarDiagramWidget::Layout QBarDiagramWidget::layout(const QSize& size, const QFo
 
 double QBarDiagramWidget::valueToY(const Layout& l, double v) const
 {
-    const double span = l.valueMax - l.valueMin;
-    return l.plot.bottom() - (span > 0.0 ? (v - l.valueMin) / span : 0.0) * l.plot.height();
+    return l.plot.bottom() - fraction(v, l.valueMin, l.valueMax) * l.plot.height();
 }
 
 int QBarDiagramWidget::categoryAt(const QPointF& pixel) const

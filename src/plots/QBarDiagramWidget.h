@@ -80,10 +80,12 @@ public:
     void setShowLegend(bool on) { m_showLegend = on; }
     bool showLegend() const { return m_showLegend; }
 
-    // The bars of a mode, in series order within each category; missing values give none.
+    // The bars of a mode, in series order within each category; missing values give none. A
+    // stack that would pass the largest double ends at it.
     static std::vector<Segment> segments(const BarDiagramData& data, BarMode mode);
     // Ticks from min to max (both widened to whole steps), at most about maxTicks of them,
     // 1, 2 or 5 times a power of ten apart; step gets the distance. Empty for non-finite input.
+    // An end tick that would pass the largest double is the largest double.
     static std::vector<double> niceTicks(double min, double max, int maxTicks, double& step);
     // The text of a tick value at a given step: as many decimals as the step needs.
     static QString tickText(double value, double step);

@@ -71,6 +71,7 @@ QChartDrawingArea::QChartDrawingArea(QWidget* parent, const QString& title)
     connect(m_modifyAction, SIGNAL(triggered()), this, SIGNAL(signalBasicModifyCellValues()));
     setFocusPolicy(Qt::ClickFocus);
     createOpenGLScene();
+    registerRowSetMetaType();
 }
 
 QChartDrawingArea::~QChartDrawingArea() = default;

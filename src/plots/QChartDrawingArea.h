@@ -32,6 +32,7 @@
 //   reset would throw every later mark one scroll offset off its place.
 
 #include "QRelationshipItemModel.h"
+#include "RowSetMetaType.h"
 
 #include <QAction>
 #include <QColor>

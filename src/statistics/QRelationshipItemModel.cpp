@@ -244,6 +244,7 @@ void QRelationshipItemModel::newRelationshipData(int step, MatrixData* x, Matrix
     if (m_unitCategory.isEmpty())
         m_unitCategory = QString::fromStdString(UnitRegistry::CATEGORY_DIMENSIONLESS);
     clearData();
+    clearClusterIDs();
 
     // A shorter y reads as blank cells, and those rows are rejected below.
     const int rowsX = x->rowCount();
@@ -341,6 +342,7 @@ void QRelationshipItemModel::newRelationshipData(int step, MatrixData* x, Matrix
 void QRelationshipItemModel::initSelection(MatrixData* node, std::vector<int> const& rows)
 {
     clearData();
+    clearClusterIDs();
     const int n = node ? std::max(node->rowCount(), 0) : 0;
     m_numberOfTableRows = n;
     m_selection.resize(static_cast<std::size_t>(n));

@@ -484,6 +484,9 @@ protected:
     int m_activeScenario = 0;
 
 private:
+    // Frees clusterIDs: the numbers of one point set mean nothing for another.
+    void clearClusterIDs();
+
     quint64 m_dataRevision = 0;
 };
 

@@ -103,14 +103,19 @@ bool QRelationshipItemModel::buildClusters_KML(const QString& name, int k)
     return true;
 }
 
+void QRelationshipItemModel::clearClusterIDs()
+{
+    delete[] m_clusterIDs;
+    m_clusterIDs = nullptr;
+    m_clusterIDCount = 0;
+}
+
 bool QRelationshipItemModel::buildClusters_KML_ForStereoProjection(const QString& name, int k)
 {
     const int n = m_data ? m_data->validValueRowCount() : 0;
     if (n == 0)
         return false;
-    delete[] m_clusterIDs;
-    m_clusterIDs = nullptr;
-    m_clusterIDCount = 0;
+    clearClusterIDs();
 
     auto take = [&](int row, QPointF& point) { return passesRowFilter(row) && readOrientation(m_data, row, point); };
     KMdata points(3, n);

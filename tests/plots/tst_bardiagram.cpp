@@ -24,6 +24,7 @@ namespace {
 
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double kInf = std::numeric_limits<double>::infinity();
+constexpr double kLargest = std::numeric_limits<double>::max();
 
 // A group of Double columns; a NaN in the lists is a blank cell unless blankNaN is false, in
 // which case NaN is stored as a value.
@@ -98,6 +99,8 @@ private slots:
     void nothingToDraw_data();
     void nothingToDraw();
     void anyPainter();
+    void hugeValuesStillDrawBars_data();
+    void hugeValuesStillDrawBars();
     void duplicateColoursAreSplit();
 };
 
@@ -259,7 +262,10 @@ void TestBarDiagram::niceTicks_data()
     QTest::newRow("tiny values") << 0.0 << 3e-7 << 3 << 1e-7 << 0.0 << 3e-7;
     QTest::newRow("NaN") << kNaN << 1.0 << 5 << 0.0 << kNaN << kNaN;
     QTest::newRow("infinite") << 0.0 << kInf << 5 << 0.0 << kNaN << kNaN;
-    QTest::newRow("range overflows") << -1.7e308 << 1.7e308 << 5 << 0.0 << kNaN << kNaN;
+    // A whole step past a value near the largest double is infinite: the axis ends at the
+    // largest double instead.
+    QTest::newRow("up to 1.7e308") << 0.0 << 1.7e308 << 5 << 5e307 << 0.0 << kLargest;
+    QTest::newRow("range overflows") << -1.7e308 << 1.7e308 << 5 << 1e308 << -kLargest << kLargest;
 }
 
 void TestBarDiagram::niceTicks()
@@ -280,7 +286,8 @@ void TestBarDiagram::niceTicks()
     QVERIFY(sameValue(ticks.front(), first));
     QVERIFY(sameValue(ticks.back(), last));
     for (std::size_t i = 1; i < ticks.size(); ++i)
-        QVERIFY(sameValue(ticks[i] - ticks[i - 1], step));
+        if (std::abs(ticks[i - 1]) != kLargest && std::abs(ticks[i]) != kLargest)
+            QVERIFY(sameValue(ticks[i] - ticks[i - 1], step));
     // Every step is 1, 2 or 5 times a power of ten.
     const double mantissa = step / std::pow(10.0, std::floor(std::log10(step) + 1e-9));
     QVERIFY(sameValue(mantissa, 1.0) || sameValue(mantissa, 2.0) || sameValue(mantissa, 5.0));
@@ -488,6 +495,84 @@ void TestBarDiagram::nothingToDraw()
     QCOMPARE(l.valueMin, 0.0);
     QVERIFY(l.valueMax > 0.0);
     QCOMPARE(chart.categoryAt(QPointF(-5, -5)), -1);
+}
+
+void TestBarDiagram::hugeValuesStillDrawBars_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<int>("step");
+    QTest::addColumn<QVector<double>>("a");
+    QTest::addColumn<QVector<double>>("b");
+    QTest::addColumn<double>("valueA"); // the first bar's value in each series; NaN: no series
+    QTest::addColumn<double>("valueB");
+    // Each drawn bar's bottom and top as shares of the plot's height from its bottom. The axis
+    // of these ends at the largest double, 1.7977e308: 1.7e308 reaches 0.9457 of it.
+    QTest::addColumn<QVector<double>>("shares");
+    const int normal = QBarDiagramWidget::NormalBars, stacked = QBarDiagramWidget::StackedBars,
+              percent = QBarDiagramWidget::PercentBars;
+    const double big = 1.7e308, top = big / kLargest;
+    QTest::newRow("the mean of two cells of 1.7e308") << normal << 2 << QVector<double>{big, big} << QVector<double>{}
+                                                      << big << kNaN << QVector<double>{0, top};
+    QTest::newRow("the mean of three largest doubles") << normal << 3 << QVector<double>{kLargest, kLargest, kLargest}
+                                                       << QVector<double>{} << kLargest << kNaN << QVector<double>{0, 1};
+    // Four cells take the four running sums of the long-column loop.
+    QTest::newRow("four running sums overflow") << normal << 4 << QVector<double>{big, big, big, big}
+                                                << QVector<double>{} << big << kNaN << QVector<double>{0, top};
+    QTest::newRow("overflow on the way, then back") << normal << 5
+                                                    << QVector<double>{1.6e308, 1.6e308, -1.6e308, 1e308, 0.5e308}
+                                                    << QVector<double>{} << 0.62e308 << kNaN << QVector<double>{};
+    QTest::newRow("either sign") << normal << 1 << QVector<double>{big} << QVector<double>{-big} << big << -big
+                                 << QVector<double>{0.5, 0.5 + top / 2, 0.5 - top / 2, 0.5};
+    QTest::newRow("stacked past the largest double") << stacked << 1 << QVector<double>{big} << QVector<double>{big}
+                                                     << big << big << QVector<double>{0, top, top, 1};
+    QTest::newRow("percent of a total past the largest double")
+        << percent << 1 << QVector<double>{big} << QVector<double>{big} << big << big << QVector<double>{0, 0.5, 0.5, 1};
+}
+
+// Values near the largest double still give bars where they belong: neither a mean, a stack nor
+// a percentage total may become infinite and leave the place empty.
+void TestBarDiagram::hugeValuesStillDrawBars()
+{
+    QFETCH(int, mode);
+    QFETCH(int, step);
+    QFETCH(QVector<double>, a);
+    QFETCH(QVector<double>, b);
+    QFETCH(double, valueA);
+    QFETCH(double, valueB);
+    QFETCH(QVector<double>, shares);
+    Sheet sheet;
+    const QColor red(200, 0, 0), blue(0, 0, 200);
+    sheet.add(QStringLiteral("A"), a, red);
+    if (!b.isEmpty())
+        sheet.add(QStringLiteral("B"), b, blue);
+    const BarDiagramData data = BarDiagramData::reduce(sheet.columns, {}, step);
+    QVERIFY2(sameValue(data.value(0, 0), valueA), qPrintable(QString::number(data.value(0, 0))));
+    if (!b.isEmpty())
+        QVERIFY2(sameValue(data.value(1, 0), valueB), qPrintable(QString::number(data.value(1, 0))));
+    QBarDiagramWidget chart;
+    chart.setData(data);
+    chart.setBarMode(QBarDiagramWidget::BarMode(mode));
+    PaintRecorder recorder(QSize(500, 400));
+    {
+        QPainter painter(&recorder);
+        chart.drawChart(painter);
+    }
+    const QBarDiagramWidget::Layout l = chart.layout(QSize(500, 400), chart.font(), &recorder);
+    QVERIFY(std::isfinite(l.valueMin) && std::isfinite(l.valueMax) && l.valueMax > l.valueMin);
+    QList<QRectF> bars = rectsIn(recorder, red, l.plot);
+    if (!b.isEmpty())
+        bars += rectsIn(recorder, blue, l.plot);
+    QCOMPARE(bars.size(), b.isEmpty() ? 1 : 2);
+    if (shares.isEmpty())
+        return; // where the axis ends depends on the font: the bar is there, its height not checked
+    for (int i = 0; i < bars.size(); ++i) {
+        // The outline is drawn one pixel inside the bar.
+        const double bottom = (l.plot.bottom() - bars[i].bottom()) / l.plot.height();
+        const double top = (l.plot.bottom() - bars[i].top()) / l.plot.height();
+        const double pixel = 1.5 / l.plot.height();
+        QVERIFY2(std::abs(bottom - shares[2 * i]) <= pixel && std::abs(top - shares[2 * i + 1]) <= pixel,
+                 qPrintable(QStringLiteral("bar %1 from %2 to %3").arg(i).arg(bottom).arg(top)));
+    }
 }
 
 void TestBarDiagram::anyPainter()

@@ -307,8 +307,11 @@ void TestCrossPlot::boundaries_data()
     QTest::addColumn<QPointF>("wantMin");
     QTest::addColumn<QPointF>("wantMax");
     QTest::newRow("both equal") << QPointF(3, 7) << QPointF(3, 7) << QPointF(-7, -3) << QPointF(13, 17);
-    QTest::newRow("both nearly equal") << QPointF(3, 7) << QPointF(3 + 4e-7, 7 - 4e-7) << QPointF(float(3 + 4e-7) - 10.0, float(7 - 4e-7) - 10.0)
-                                       << QPointF(float(3 + 4e-7) + 10.0, float(7 - 4e-7) + 10.0);
+    // Widened around the maximum in single precision: 3 + 4e-7 rounds to 3 + 2^-21 (two steps of
+    // 2^-22 above 3), 7 - 4e-7 to 7 - 2^-21 (one step below 7).
+    QTest::newRow("both nearly equal") << QPointF(3, 7) << QPointF(3 + 4e-7, 7 - 4e-7)
+                                       << QPointF(-6.999999523162841796875, -3.000000476837158203125)
+                                       << QPointF(13.000000476837158203125, 16.999999523162841796875);
     // The half-width of a flat axis comes from the other axis's maximum.
     QTest::newRow("x equal") << QPointF(4, 0) << QPointF(4, 30) << QPointF(-11, 0) << QPointF(19, 30);
     QTest::newRow("y equal") << QPointF(0, 2) << QPointF(8, 2) << QPointF(0, -2) << QPointF(8, 6);
@@ -467,13 +470,27 @@ void TestCrossPlot::badDataDrawsNothingNonFinite_data()
     QTest::addColumn<QVector<QPointF>>("rows");
     QTest::addColumn<QPointF>("min");
     QTest::addColumn<QPointF>("max");
+    // What the finite rest must still draw: the bisecting line corner to corner, and a cross of
+    // half-width 2 at each usable point, x = 200 (x - minX) / (maxX - minX) and y = 100 - 100
+    // (y - minY) / (maxY - minY) on the 201 x 101 raster. "unchecked" where nothing can be placed.
+    QTest::addColumn<QStringList>("bisecting");
+    QTest::addColumn<QStringList>("points");
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double inf = std::numeric_limits<double>::infinity();
-    QTest::newRow("no model rows") << QVector<QPointF>{} << QPointF(0, 0) << QPointF(1, 1);
-    QTest::newRow("empty cells") << QVector<QPointF>{{nan, 1}, {2, nan}, {3, 3}} << QPointF(0, 0) << QPointF(5, 5);
-    QTest::newRow("one point") << QVector<QPointF>{{3, 3}} << QPointF(3, 3) << QPointF(3, 3);
-    QTest::newRow("infinite cell") << QVector<QPointF>{{inf, 1}, {1, 2}, {2, 3}} << QPointF(0, 0) << QPointF(5, 5);
-    QTest::newRow("nan boundaries") << QVector<QPointF>{{1, 1}, {2, 2}} << QPointF(nan, 0) << QPointF(5, nan);
+    const QStringList corners{"lines 0,100-200,0"};
+    QTest::newRow("no model rows") << QVector<QPointF>{} << QPointF(0, 0) << QPointF(1, 1) << corners << QStringList{};
+    // (3, 3) of 0..5 at (120, 40).
+    QTest::newRow("empty cells") << QVector<QPointF>{{nan, 1}, {2, nan}, {3, 3}} << QPointF(0, 0) << QPointF(5, 5)
+                                 << corners << QStringList{"lines 118,40-122,40 120,38-120,42"};
+    // A single point widens both axes to 3 - 10 .. 3 + 10: it sits in the middle.
+    QTest::newRow("one point") << QVector<QPointF>{{3, 3}} << QPointF(3, 3) << QPointF(3, 3) << corners
+                               << QStringList{"lines 98,50-102,50 100,48-100,52"};
+    // (1, 2) and (2, 3) of 0..5 at (40, 60) and (80, 40).
+    QTest::newRow("infinite cell") << QVector<QPointF>{{inf, 1}, {1, 2}, {2, 3}} << QPointF(0, 0) << QPointF(5, 5)
+                                   << corners
+                                   << QStringList{"lines 38,60-42,60 40,58-40,62", "lines 78,40-82,40 80,38-80,42"};
+    QTest::newRow("nan boundaries") << QVector<QPointF>{{1, 1}, {2, 2}} << QPointF(nan, 0) << QPointF(5, nan)
+                                    << QStringList{"unchecked"} << QStringList{"unchecked"};
 }
 
 void TestCrossPlot::badDataDrawsNothingNonFinite()
@@ -494,7 +511,14 @@ void TestCrossPlot::badDataDrawsNothingNonFinite()
     plot.setIntervalBoundaries(true);
     plot.setTandLdirection(1.0, 2.0);
     plot.updateChart();
-    for (const QString& c : plot.record()) {
+    QFETCH(QStringList, bisecting);
+    QFETCH(QStringList, points);
+    const QStringList calls = plot.record();
+    if (bisecting != QStringList{"unchecked"})
+        QCOMPARE(linesIn(calls, QStringLiteral("bisecting")), bisecting);
+    if (points != QStringList{"unchecked"})
+        QCOMPARE(linesIn(calls, QStringLiteral("points")), points);
+    for (const QString& c : calls) {
         const QString what = c.section(QLatin1String(" | "), 0, 0);
         QVERIFY2(!what.contains(QLatin1String("nan"), Qt::CaseInsensitive)
                      && !what.contains(QLatin1String("inf"), Qt::CaseInsensitive),

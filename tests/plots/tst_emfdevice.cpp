@@ -11,6 +11,9 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <cstddef>
+#include <cstring>
+
 #include <functional>
 
 using rkBase::EMFDevice;
@@ -465,20 +468,33 @@ void TestEmfDevice::text_data()
     QTest::addColumn<bool>("left");
     QTest::addColumn<QFont>("font");
     QTest::addColumn<QStringList>("expected"); // alignment, font fields after the index, anchor
+    // The advances' sum in pixels: the glyphs' advance widths in the font's own units (2048 to
+    // the em, from the fonts' hmtx tables) times the em in pixels, the height's magnitude.
+    // -1 where a glyph comes from whatever font the machine falls back to.
+    QTest::addColumn<int>("width");
     QFont nine(QStringLiteral("DejaVu Sans"), 9);
     QFont boldItalic(QStringLiteral("DejaVu Serif"), 14, QFont::Bold, true);
     QFont pixels(QStringLiteral("DejaVu Sans"));
     pixels.setPixelSize(60);
+    // D 1577, i 569, p 1300, space 651, 4 and 5 1303: 6703 units at 12 pixels, 39.28.
     QTest::newRow("centred on the start (default)") << QStringLiteral("Dip 45") << false << nine
-                                                    << QStringList{"TEXTALIGN 30", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT 51,60"};
+                                                    << QStringList{"TEXTALIGN 30", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT 51,60"}
+                                                    << 39;
+    // N of the bold italic serif 1872 units at 19 pixels, 17.37.
     QTest::newRow("bold italic") << QStringLiteral("N") << false << boldItalic
-                                 << QStringList{"TEXTALIGN 30", "height -19 weight 700 italic 1 face DejaVu Serif", "TEXT 51,60"};
+                                 << QStringList{"TEXTALIGN 30", "height -19 weight 700 italic 1 face DejaVu Serif", "TEXT 51,60"}
+                                 << 17;
+    // a 1255, z 1075, i 569, m 1995, u 1298, t 803, h 1298: 8293 units at 12 pixels, 48.59.
     QTest::newRow("left aligned, engine's font") << QStringLiteral("azimuth") << true << nine
-                                                 << QStringList{"TEXTALIGN 24", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT 51,60"};
+                                                 << QStringList{"TEXTALIGN 24", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT 51,60"}
+                                                 << 49;
+    // x 1212 units at 2 pixels, 1.18.
     QTest::newRow("left aligned, pixel font") << QStringLiteral("x") << true << pixels
-                                              << QStringList{"TEXTALIGN 24", "height -2 weight 400 italic 0 face DejaVu Sans", "TEXT 51,60"};
+                                              << QStringList{"TEXTALIGN 24", "height -2 weight 400 italic 0 face DejaVu Sans", "TEXT 51,60"}
+                                              << 1;
     QTest::newRow("beyond the BMP, exact") << QString::fromUtf8("a\xf0\x9f\x98\x80z \xf0\x90\x8d\x88") << false << nine
-                                           << QStringList{"TEXTALIGN 30", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT"};
+                                           << QStringList{"TEXTALIGN 30", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT"}
+                                           << -1;
 }
 
 void TestEmfDevice::text()
@@ -517,13 +533,35 @@ void TestEmfDevice::text()
         written += t.section(QLatin1Char(' '), 2);
     QCOMPARE(written, text);
     QVERIFY(texts[0].startsWith(expected[2]));
-    // Every unit has an advance entry and the pair's second unit none.
+    // Every unit has an advance entry, the pair's second unit none and every other one some;
+    // together they span the text as the font's own widths say.
+    QFETCH(int, width);
+    long long sum = 0;
     for (const EmfRecord& r : p.emf.records)
         if (r.type == U_EMR_EXTTEXTOUTW) {
             const auto* t = r.as<U_EMREXTTEXTOUTW>();
-            QVERIFY(t->emrtext.nChars > 0);
-            QVERIFY(r.size >= t->emrtext.offString + 2 * t->emrtext.nChars);
+            const uint32_t n = t->emrtext.nChars;
+            QVERIFY(n > 0);
+            QVERIFY(r.size >= t->emrtext.offString + 2 * n);
+            // offDx follows the fixed part, after the rectangle unless the options leave it out.
+            std::size_t at = offsetof(U_EMREXTTEXTOUTW, emrtext) + sizeof(U_EMRTEXT);
+            if (!(t->emrtext.fOptions & U_ETO_NO_RECT))
+                at += sizeof(U_RECTL);
+            uint32_t offDx = 0;
+            QVERIFY(r.size >= at + sizeof offDx);
+            std::memcpy(&offDx, r.data + at, sizeof offDx);
+            QVERIFY(r.size >= offDx + 4 * n);
+            const auto* units = reinterpret_cast<const char16_t*>(r.data + t->emrtext.offString);
+            for (uint32_t i = 0; i < n; ++i) {
+                int32_t dx = 0;
+                std::memcpy(&dx, r.data + offDx + 4 * i, sizeof dx);
+                const bool second = QChar::isLowSurrogate(units[i]) && i > 0 && QChar::isHighSurrogate(units[i - 1]);
+                QVERIFY2(second ? dx == 0 : dx > 0, qPrintable(QStringLiteral("unit %1: %2").arg(i).arg(dx)));
+                sum += dx;
+            }
         }
+    if (width >= 0)
+        QVERIFY2(std::abs(sum - width) <= 1, qPrintable(QStringLiteral("advances sum to %1, not %2").arg(sum).arg(width)));
 }
 
 void TestEmfDevice::pixelFontHeight_data()

@@ -259,10 +259,40 @@ void TestPolarPlot::titleInfoAndNorth()
     const QStringList calls = polar.record([&](QPainter* p) { polar.drawFrame(p, 1); }, true);
     QVERIFY(!matching(calls, "^text 'Polar: dips' at 1\\d,").isEmpty());
     QVERIFY(!matching(calls, "^text 'n = 12' at ").isEmpty());
-    // The top-right text is left-aligned at the right margin, near the top.
+    // The top-right text stands in a filled box that ends 8 pixels left of the right edge (pixel
+    // 499) and starts 5 below the top; the text starts at the box's left, its first line at the
+    // box's top. The box keeps its place while the text changes within a length, and a text
+    // longer than that widens it to the left rather than running past its end.
     const QFontMetrics fm = recorderMetrics();
-    const int w = std::max(fm.horizontalAdvance("drawTopRightInfo"), fm.horizontalAdvance("n = 12"));
-    QVERIFY(!matching(calls, QStringLiteral("^text 'n = 12' at %1,%2").arg(499 - w - 8).arg(5 + fm.ascent())).isEmpty());
+    auto infoBox = [&](const QString& text) {
+        polar.setTopRightInfo(text);
+        const QStringList drawn = polar.record([&](QPainter* p) { polar.drawFrame(p, 1); }, true);
+        const QRegularExpression textAt(QStringLiteral("^text '%1' at (-?\\d+),(-?\\d+)").arg(QRegularExpression::escape(text)));
+        const QStringList texts = matching(drawn, textAt.pattern());
+        if (texts.size() != 1)
+            return QRect();
+        const QRegularExpressionMatch at = textAt.match(texts.first());
+        const QPoint start(at.captured(1).toInt(), at.captured(2).toInt());
+        // The fill whose corner is where the text starts.
+        for (const QString& c : matching(drawn, QStringLiteral("^rect %1,%2 ").arg(start.x()).arg(start.y() - fm.ascent()))) {
+            const QStringList size = c.section(QLatin1Char(' '), 2, 2).split(QLatin1Char('x'));
+            return QRect(start.x(), start.y() - fm.ascent(), size[0].toInt(), size[1].toInt());
+        }
+        return QRect(start, QSize(-1, -1)); // the text without its box
+    };
+    const QRect shortBox = infoBox(QStringLiteral("n = 12"));
+    QVERIFY2(shortBox.isValid(), qPrintable(QStringLiteral("%1,%2 %3x%4").arg(shortBox.x()).arg(shortBox.y()).arg(shortBox.width()).arg(shortBox.height())));
+    QCOMPARE(shortBox.x() + shortBox.width(), 499 - 8);
+    QCOMPARE(shortBox.y(), 5);
+    QVERIFY(shortBox.height() >= fm.height());
+    QCOMPARE(infoBox(QStringLiteral("n = 1234")), shortBox);
+    const QString longText = QStringLiteral("poles and planes selected = 123456");
+    const QRect longBox = infoBox(longText);
+    QVERIFY(longBox.isValid());
+    QCOMPARE(longBox.x() + longBox.width(), 499 - 8);
+    QVERIFY(longBox.width() >= fm.horizontalAdvance(longText));
+    QVERIFY(longBox.x() < shortBox.x());
+    polar.setTopRightInfo(QStringLiteral("n = 12"));
     // North arrow: the right half in the label colour, the left in the background, tip 46 above
     // the bottom right corner less 20, and its "N".
     QCOMPARE(matching(calls, "^polygon"),

@@ -67,6 +67,21 @@ QList<QVector3D> groups(double thirdSpread = 0.0)
     return rows;
 }
 
+// Three groups of 40 interleaved rows: the plane groups above as x and y, or, for a stereo run,
+// three orientations as dip and azimuth.
+Loaded loadGroups(bool stereo, Model::DisplayType type = Model::ShowAll, const std::vector<int>& selected = {})
+{
+    QList<QVector3D> rows;
+    if (stereo) {
+        for (int r = 0; r < 120; ++r)
+            rows << (r % 3 == 0 ? QVector3D(10, 10, 0) : r % 3 == 1 ? QVector3D(60, 100, 0) : QVector3D(45, 250, 0));
+    } else {
+        rows = groups();
+    }
+    return load(rows, stereo ? QStringLiteral("dip") : QStringLiteral("x"),
+                stereo ? QStringLiteral("azimuth") : QStringLiteral("y"), false, type, selected);
+}
+
 std::vector<int> ids(const Model& m)
 {
     std::vector<int> out;
@@ -114,6 +129,8 @@ private slots:
     void filteredRowsKeepMinusOne_data();
     void filteredRowsKeepMinusOne();
     void repeatedNameStandsTwice();
+    void reloadForgetsClusters_data();
+    void reloadForgetsClusters();
 };
 
 void TestClusters::planeRun_data()
@@ -320,15 +337,7 @@ void TestClusters::filteredRowsKeepMinusOne()
             out.insert(r);
         else
             selected.push_back(r);
-    QList<QVector3D> rows;
-    if (stereo) {
-        for (int r = 0; r < 120; ++r)
-            rows << (r % 3 == 0 ? QVector3D(10, 10, 0) : r % 3 == 1 ? QVector3D(60, 100, 0) : QVector3D(45, 250, 0));
-    } else {
-        rows = groups();
-    }
-    Loaded l = load(rows, stereo ? QStringLiteral("dip") : QStringLiteral("x"),
-                    stereo ? QStringLiteral("azimuth") : QStringLiteral("y"), false, Model::HighlightSelected, selected);
+    Loaded l = loadGroups(stereo, Model::HighlightSelected, selected);
     QVERIFY(l.model->partSelection());
     l.model->data()->setValue(7, 0, QPointF(kNaN, 3.0));
     l.model->touchData();
@@ -352,6 +361,60 @@ void TestClusters::repeatedNameStandsTwice()
     QCOMPARE(sets[2]->rowCount(), 2);
     l.model->setClusterAttributeName(QStringLiteral("Oth"));
     QCOMPARE(l.model->clusterCentroids(), sets[2]);
+}
+
+void TestClusters::reloadForgetsClusters_data()
+{
+    QTest::addColumn<bool>("stereo");
+    QTest::addColumn<int>("reload"); // 0 another data set, 1 the same columns, 2 rows only, 3 nothing
+    QTest::addColumn<bool>("kept");
+    for (bool stereo : {false, true}) {
+        const char* run = stereo ? "stereo" : "plane";
+        QTest::addRow("%s run, then another data set", run) << stereo << 0 << false;
+        QTest::addRow("%s run, then the same columns again", run) << stereo << 1 << false;
+        QTest::addRow("%s run, then rows without points", run) << stereo << 2 << false;
+        // A load without columns is refused and keeps the points, which keep their clusters.
+        QTest::addRow("%s run, then a refused load", run) << stereo << 3 << true;
+    }
+}
+
+// Cluster numbers describe the points they were computed for: after a reload every point of the
+// new set has none until a new run, however many rows the old and new sets have.
+void TestClusters::reloadForgetsClusters()
+{
+    QFETCH(bool, stereo);
+    QFETCH(int, reload);
+    QFETCH(bool, kept);
+    Loaded l = loadGroups(stereo);
+    QVERIFY(stereo ? l.model->buildClusters_KML_ForStereoProjection(QStringLiteral("s"), 3)
+                   : l.model->buildClusters_KML(QStringLiteral("p"), 3));
+    QCOMPARE(l.model->clusterIDCount(), 120);
+    const std::vector<int> before = ids(*l.model);
+
+    MatrixData* group = l.root->child(0);
+    auto* x = new MatrixData(stereo ? QStringLiteral("dip 2") : QStringLiteral("x2"), 200, 1, QVariant::Double, true);
+    auto* y = new MatrixData(stereo ? QStringLiteral("azimuth 2") : QStringLiteral("y2"), 200, 1, QVariant::Double, true);
+    group->appendChild(x, false);
+    group->appendChild(y, false);
+    for (int r = 0; r < 200; ++r) {
+        x->setValue(r, 0, double(10 + r % 70));
+        y->setValue(r, 0, double((r * 7) % 360));
+    }
+    switch (reload) {
+    case 0: l.model->takeNewDataSet(1, Model::ShowAll, x, y, {}); break;
+    case 1: l.model->takeNewDataSet(1, Model::ShowAll, l.model->nodeX(), l.model->nodeY(), {}); break;
+    case 2: l.model->initSelection(x, {}); break;
+    case 3: l.model->takeNewDataSet(1, Model::ShowAll, nullptr, nullptr, {}); break;
+    }
+    QCOMPARE(l.model->hasClusterIDs(), kept);
+    if (kept) {
+        QCOMPARE(ids(*l.model), before);
+        return;
+    }
+    QCOMPARE(l.model->clusterIDCount(), 0);
+    QVERIFY(l.model->clusterIDs() == nullptr);
+    for (int r = 0; r < 200; ++r)
+        QCOMPARE(l.model->clusterID(r), -1);
 }
 
 QTEST_MAIN(TestClusters)

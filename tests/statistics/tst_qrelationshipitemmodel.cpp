@@ -420,11 +420,23 @@ void TestRelationshipItemModel::rowFilters_data()
     QTest::addColumn<int>("type");
     QTest::addColumn<bool>("statistics");
     QTest::addColumn<bool>("density");
-    for (int t : {0, 1, 2})
-        for (bool sel : {false, true}) {
-            QTest::addRow("all, type %d, sel %d", t, sel) << false << sel << t << true << true;
-            QTest::addRow("part, type %d, sel %d", t, sel) << true << sel << t << (sel || t != 2) << (sel || t == 0);
-        }
+    const int all = Model::ShowAll, selectedOnly = Model::ShowSelectedOnly, highlight = Model::HighlightSelected;
+    // Without a part selection every row counts, selected or not.
+    QTest::newRow("no part selection, show all, unselected") << false << false << all << true << true;
+    QTest::newRow("no part selection, show all, selected") << false << true << all << true << true;
+    QTest::newRow("no part selection, selected only, unselected") << false << false << selectedOnly << true << true;
+    QTest::newRow("no part selection, selected only, selected") << false << true << selectedOnly << true << true;
+    QTest::newRow("no part selection, highlight, unselected") << false << false << highlight << true << true;
+    QTest::newRow("no part selection, highlight, selected") << false << true << highlight << true << true;
+    // With one, a selected row always counts.
+    QTest::newRow("part selection, show all, selected") << true << true << all << true << true;
+    QTest::newRow("part selection, selected only, selected") << true << true << selectedOnly << true << true;
+    QTest::newRow("part selection, highlight, selected") << true << true << highlight << true << true;
+    // An unselected row: statistics drop it only under highlighting, density counting unless
+    // everything is shown.
+    QTest::newRow("part selection, show all, unselected") << true << false << all << true << true;
+    QTest::newRow("part selection, selected only, unselected") << true << false << selectedOnly << true << false;
+    QTest::newRow("part selection, highlight, unselected") << true << false << highlight << false << false;
 }
 
 void TestRelationshipItemModel::rowFilters()

@@ -1,6 +1,7 @@
 #include "CellColumn.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cmath>
 #include <limits>
 
@@ -17,6 +18,12 @@ CellColumn::Store CellColumn::storeFor(QVariant::Type type)
     case QVariant::PointF: return Store::Point;
     default: return Store::Variant;
     }
+}
+
+std::uint64_t CellColumn::freshIdentity()
+{
+    static std::atomic<std::uint64_t> next{1};
+    return next.fetch_add(1, std::memory_order_relaxed);
 }
 
 bool CellColumn::isNumericType(QVariant::Type type)
@@ -44,6 +51,7 @@ template <typename F> void CellColumn::forEachVector(F f)
 
 void CellColumn::resize(int rows)
 {
+    m_stamp.touch();
     const std::size_t n = static_cast<std::size_t>(std::max(rows, 0));
     forEachVector([n](auto& v) { v.resize(n); });
     // Grown cells must read blank whatever the vector default was.
@@ -51,12 +59,14 @@ void CellColumn::resize(int rows)
 
 void CellColumn::reserve(int rows)
 {
+    m_stamp.touch();
     const std::size_t n = static_cast<std::size_t>(std::max(rows, 0));
     forEachVector([n](auto& v) { v.reserve(n); });
 }
 
 void CellColumn::clear()
 {
+    m_stamp.touch();
     forEachVector([](auto& v) {
         using V = std::decay_t<decltype(v)>;
         V().swap(v);
@@ -65,6 +75,7 @@ void CellColumn::clear()
 
 void CellColumn::setType(QVariant::Type type)
 {
+    m_stamp.touch();
     if (type == m_type)
         return;
     const int n = size();
@@ -116,6 +127,7 @@ static bool toDoubleStrict(const QVariant& value, double& out)
 
 bool CellColumn::set(int row, const QVariant& value)
 {
+    m_stamp.touch();
     if (row < 0 || row >= size())
         return false;
     // Invalid blanks, and so does text that holds nothing. QVariant::isNull() is not used: it
@@ -194,6 +206,7 @@ bool CellColumn::set(int row, const QVariant& value)
 
 void CellColumn::blank(int row)
 {
+    m_stamp.touch();
     if (row < 0 || row >= size())
         return;
     m_valid[row] = 0;
@@ -236,6 +249,7 @@ int CellColumn::toInt(int row) const
 
 void CellColumn::setDouble(int row, double value)
 {
+    m_stamp.touch();
     if (row < 0 || row >= size())
         return;
     if (m_store == Store::Double) {
@@ -256,6 +270,7 @@ bool CellColumn::point(int row, QPointF& out) const
 
 bool CellColumn::setPoint(int row, const QPointF& value)
 {
+    m_stamp.touch();
     if (m_store != Store::Point || row < 0 || row >= size())
         return false;
     m_point[static_cast<std::size_t>(row)] = value;
@@ -265,6 +280,7 @@ bool CellColumn::setPoint(int row, const QPointF& value)
 
 void CellColumn::insertBlank(int row, int count)
 {
+    m_stamp.touch();
     if (count <= 0)
         return;
     row = std::clamp(row, 0, size());
@@ -277,6 +293,7 @@ void CellColumn::insertBlank(int row, int count)
 
 void CellColumn::erase(int row, int count)
 {
+    m_stamp.touch();
     if (row < 0 || row >= size() || count <= 0)
         return;
     count = std::min(count, size() - row);
@@ -285,6 +302,7 @@ void CellColumn::erase(int row, int count)
 
 void CellColumn::eraseRows(const std::vector<int>& rows)
 {
+    m_stamp.touch();
     if (rows.empty())
         return;
     forEachVector([&rows](auto& v) {
@@ -303,6 +321,7 @@ void CellColumn::eraseRows(const std::vector<int>& rows)
 
 void CellColumn::insertBlankRows(const std::vector<int>& positions)
 {
+    m_stamp.touch();
     if (positions.empty())
         return;
     const std::size_t oldSize = static_cast<std::size_t>(size());

@@ -72,9 +72,46 @@ public:
 
     std::size_t memoryBytes() const;
 
+    // Together these say whether the cells are still what a reader saw: the identity is new for
+    // every column built and every copy made (so two columns never share one, even at the same
+    // address), and the revision moves on with every call that may change a cell. Something
+    // derived from the cells stays good while both are unchanged.
+    std::uint64_t identity() const { return m_stamp.identity(); }
+    std::uint64_t revision() const { return m_stamp.revision(); }
+
     static bool isNumericType(QVariant::Type type);
 
 private:
+    // Copies and moves take a new identity instead of the source's, and a move marks the source
+    // changed, so the column's implicit copy and move keep the rule above without being written
+    // out by hand.
+    class Stamp
+    {
+    public:
+        Stamp() : m_identity(freshIdentity()) {}
+        Stamp(const Stamp&) : m_identity(freshIdentity()) {}
+        Stamp(Stamp&& other) noexcept : m_identity(freshIdentity()) { other.touch(); }
+        Stamp& operator=(const Stamp&)
+        {
+            m_identity = freshIdentity();
+            return *this;
+        }
+        Stamp& operator=(Stamp&& other) noexcept
+        {
+            m_identity = freshIdentity();
+            other.touch();
+            return *this;
+        }
+        void touch() { ++m_revision; }
+        std::uint64_t identity() const { return m_identity; }
+        std::uint64_t revision() const { return m_revision; }
+
+    private:
+        std::uint64_t m_identity;
+        std::uint64_t m_revision = 0;
+    };
+    static std::uint64_t freshIdentity();
+
     QVariant::Type m_type;
     std::vector<std::uint8_t> m_valid;
     std::vector<double> m_double;      // Double
@@ -85,6 +122,7 @@ private:
 
     enum class Store { Double, Int, Color, Point, Variant };
     Store m_store;
+    Stamp m_stamp;
     static Store storeFor(QVariant::Type type);
     template <typename F> void forEachVector(F f);
 };

@@ -2,6 +2,7 @@
 
 #include "AbstractMatrixDataID.h"
 #include "CellColumn.h"
+#include "LassoEdgeTable.h"
 #include "MatrixDataRestore.h"
 #include "RKColormap.h"
 #include "UnitManager.h"
@@ -80,6 +81,7 @@ void MatrixData::copySettingsFrom(const MatrixData& o)
     m_columns.clear();
     for (const auto& c : o.m_columns)
         m_columns.push_back(std::make_unique<CellColumn>(*c));
+    m_lassoEdges.reset();
     m_validRows = o.m_validRows;
     m_startRows = o.m_startRows;
     m_color = o.m_color;

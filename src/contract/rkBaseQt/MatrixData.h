@@ -52,6 +52,7 @@ namespace rkBase {
 
 class AbstractMatrixDataID;
 class CellColumn;
+class LassoEdgeTable;
 class MatrixDataRestore;
 class UnitManager;
 class UnitRegistry;
@@ -435,6 +436,10 @@ public:
     // counts by the even-odd rule, as the lasso is filled. False for fewer than three usable
     // vertices (blank or non-finite points are skipped), a non-finite point, or a node that
     // does not hold points.
+    // The first call prepares the outline (its edges sorted by height) and later calls reuse it
+    // until the column changes, so testing a million points costs about as much as drawing them.
+    // Like the other caches of a node, that preparation is not guarded against two threads
+    // asking the same node at once.
     bool pointInOrOut(const QPointF& point) const;
 
     // ---- undo ----
@@ -533,6 +538,8 @@ protected:
     mutable double m_classMin = 0.0;
     mutable double m_classStep = 0.0;
     mutable int m_classCount = 0;
+    // pointInOrOut's prepared outline of column 0; it knows whether the column has changed since.
+    mutable std::unique_ptr<LassoEdgeTable> m_lassoEdges;
 
     std::vector<MatrixDataRestore*> m_undoActions;
     int m_undoPosition = 0;

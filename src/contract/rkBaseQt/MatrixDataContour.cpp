@@ -1,11 +1,12 @@
 // Contouring on triangles and the lasso test: the filled band and the iso-line of one triangle
 // of a grid cell, and whether a point lies inside a polygon column.
 #include "CellColumn.h"
+#include "LassoEdgeTable.h"
 #include "MatrixData.h"
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
+#include <memory>
 
 namespace rkBase {
 
@@ -148,58 +149,10 @@ bool MatrixData::pointInOrOut(const QPointF& point) const
     const CellColumn* column = cells(0);
     if (!column || column->type() != QVariant::PointF)
         return false;
-    std::vector<QPointF> polygon;
-    polygon.reserve(static_cast<std::size_t>(column->size()));
-    double minX = 0, maxX = 0, minY = 0, maxY = 0;
-    QPointF p;
-    for (int r = 0; r < column->size(); ++r) {
-        if (!column->point(r, p) || !std::isfinite(p.x()) || !std::isfinite(p.y()))
-            continue;
-        if (polygon.empty()) {
-            minX = maxX = p.x();
-            minY = maxY = p.y();
-        } else {
-            minX = std::min(minX, p.x());
-            maxX = std::max(maxX, p.x());
-            minY = std::min(minY, p.y());
-            maxY = std::max(maxY, p.y());
-        }
-        polygon.push_back(p);
-    }
-    if (polygon.size() < 3)
-        return false;
-    const double px = point.x();
-    const double py = point.y();
-    const double tolerance = 1e-9 * std::max(maxX - minX, maxY - minY);
-    if (px < minX - tolerance || px > maxX + tolerance || py < minY - tolerance || py > maxY + tolerance)
-        return false;
-
-    bool inside = false;
-    const std::size_t n = polygon.size();
-    for (std::size_t i = 0, j = n - 1; i < n; j = i++) {
-        const double xi = polygon[i].x(), yi = polygon[i].y();
-        const double xj = polygon[j].x(), yj = polygon[j].y();
-        // On the edge j-i: close to its line and within its extent.
-        const double dx = xi - xj, dy = yi - yj;
-        const double length = std::hypot(dx, dy);
-        if (length <= tolerance) {
-            if (std::hypot(px - xi, py - yi) <= tolerance)
-                return true;
-        } else {
-            const double distance = std::abs(dx * (py - yj) - dy * (px - xj)) / length;
-            const double along = (dx * (px - xj) + dy * (py - yj)) / length;
-            if (distance <= tolerance && along >= -tolerance && along <= length + tolerance)
-                return true;
-        }
-        // Even-odd crossing count on a ray towards +x; the half-open test on y counts a vertex
-        // on the ray once.
-        if ((yi > py) != (yj > py)) {
-            const double xCross = xj + (py - yj) * dx / dy;
-            if (px < xCross)
-                inside = !inside;
-        }
-    }
-    return inside;
+    // A lasso is tested against every pixel of a chart's points: prepare it once.
+    if (!m_lassoEdges || !m_lassoEdges->isCurrent(*column))
+        m_lassoEdges = std::make_unique<LassoEdgeTable>(*column);
+    return m_lassoEdges->contains(point.x(), point.y());
 }
 
 } // namespace rkBase
