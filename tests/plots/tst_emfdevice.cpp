@@ -469,16 +469,16 @@ void TestEmfDevice::text_data()
     QFont boldItalic(QStringLiteral("DejaVu Serif"), 14, QFont::Bold, true);
     QFont pixels(QStringLiteral("DejaVu Sans"));
     pixels.setPixelSize(60);
-    QTest::newRow("centred on the start (default)") << QStringLiteral("Dip 45") << false << nine
-                                                    << QStringList{"TEXTALIGN 30", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT 51,60"};
+    QTest::newRow("baseline start, item's font (default)") << QStringLiteral("Dip 45") << false << nine
+                                                           << QStringList{"TEXTALIGN 24", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT 51,60"};
     QTest::newRow("bold italic") << QStringLiteral("N") << false << boldItalic
-                                 << QStringList{"TEXTALIGN 30", "height -19 weight 700 italic 1 face DejaVu Serif", "TEXT 51,60"};
+                                 << QStringList{"TEXTALIGN 24", "height -19 weight 700 italic 1 face DejaVu Serif", "TEXT 51,60"};
     QTest::newRow("left aligned, engine's font") << QStringLiteral("azimuth") << true << nine
                                                  << QStringList{"TEXTALIGN 24", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT 51,60"};
     QTest::newRow("left aligned, pixel font") << QStringLiteral("x") << true << pixels
                                               << QStringList{"TEXTALIGN 24", "height -2 weight 400 italic 0 face DejaVu Sans", "TEXT 51,60"};
     QTest::newRow("beyond the BMP, exact") << QString::fromUtf8("a\xf0\x9f\x98\x80z \xf0\x90\x8d\x88") << false << nine
-                                           << QStringList{"TEXTALIGN 30", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT"};
+                                           << QStringList{"TEXTALIGN 24", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT"};
 }
 
 void TestEmfDevice::text()
