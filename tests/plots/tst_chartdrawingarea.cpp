@@ -499,16 +499,37 @@ void TestChartDrawingArea::contourBandsOfARamp()
     QCOMPARE(QColor(image.pixel(32, 20)), map.value_to_color(1.0));
     QVERIFY(map.value_to_color(0.0) != map.value_to_color(1.0));
 
+    // Any other painter gets each triangle's band polygon on its own, outlined and filled in the
+    // band's colour: together they tile each band's half of the grid.
     PaintRecorder device;
     {
         QPainter painter(&device);
         chart.drawContour(&painter, &grid, 0.0, 2.0, false, 1.0);
     }
-    // One fill per band, each spanning its half of the grid.
-    const QStringList paths = device.calls(QStringLiteral("path"));
-    QCOMPARE(paths.size(), 2);
-    QVERIFY2(paths[0].contains(QStringLiteral("in 0,0 20x40")), qPrintable(paths[0]));
-    QVERIFY2(paths[1].contains(QStringLiteral("in 20,0 20x40")), qPrintable(paths[1]));
+    QVERIFY(device.calls(QStringLiteral("path")).isEmpty());
+    const QStringList polygons = device.calls(QStringLiteral("polygon"));
+    QCOMPARE(polygons.size(), 2 * 2 * 4); // two by two cells of four triangles, one band each
+    double area[2] = {0.0, 0.0};
+    for (const QString& call : polygons) {
+        QVERIFY2(call.startsWith(QStringLiteral("polygon odd ")), qPrintable(call));
+        const QStringList xy = call.section(QStringLiteral(" | "), 0, 0).mid(12).split(QLatin1Char(' '));
+        QPolygonF polygon;
+        for (const QString& pair : xy)
+            polygon << QPointF(pair.section(QLatin1Char(','), 0, 0).toDouble(),
+                               pair.section(QLatin1Char(','), 1).toDouble());
+        const int band = polygon.boundingRect().center().x() < 20 ? 0 : 1;
+        QVERIFY2(polygon.boundingRect().left() >= 20 * band && polygon.boundingRect().right() <= 20 * (band + 1),
+                 qPrintable(call));
+        const QString colour = hex(map.value_to_color(band));
+        QCOMPARE(call.section(QStringLiteral(" | "), 1), QStringLiteral("pen %1 0 | brush %1").arg(colour));
+        double twice = 0.0;
+        for (int k = 0; k < polygon.size(); ++k)
+            twice += polygon[k].x() * polygon[(k + 1) % polygon.size()].y()
+                     - polygon[(k + 1) % polygon.size()].x() * polygon[k].y();
+        area[band] += std::abs(twice) / 2;
+    }
+    QCOMPARE(area[0], 800.0);
+    QCOMPARE(area[1], 800.0);
 }
 
 void TestChartDrawingArea::contourLabelsKeepTheirDistance()

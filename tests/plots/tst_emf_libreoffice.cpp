@@ -1,8 +1,10 @@
 // A chart's metafile as an office suite draws it: converted headless to PDF, rasterised at
-// 96 dpi, and looked at where the frame, the crosses, the filled marker and the labels must be.
-// Slow (an office start per conversion), so it carries its own CTest label.
+// 96 dpi, and looked at where the frame, the crosses, the filled marker and the labels must be,
+// and a stereonet's density bands where they meet the rim. Slow (an office start per
+// conversion), so it carries its own CTest label.
 #include "EmfRecords.h"
 #include "FramedScatterChart.h"
+#include "RimBandStereo.h"
 
 #include <QProcess>
 #include <QStandardPaths>
@@ -122,6 +124,7 @@ class TestEmfLibreOffice : public QObject
 private slots:
     void init();
     void chartAsTheOfficeDrawsIt();
+    void stereonetBandsReachTheRim();
 
 private:
     std::unique_ptr<QTemporaryDir> m_dir; // a fresh one for each test
@@ -209,6 +212,38 @@ void TestEmfLibreOffice::chartAsTheOfficeDrawsIt()
                                   .arg(toPage(QPointF(shown.second, 0)).x()).arg(pasted.first).arg(pasted.second);
         QVERIFY2(std::abs(pasted.first - toPage(QPointF(shown.first, 0)).x()) <= 2, qPrintable(where));
         QVERIFY2(std::abs(pasted.second - toPage(QPointF(shown.second, 0)).x()) <= 3, qPrintable(where));
+    }
+}
+
+void TestEmfLibreOffice::stereonetBandsReachTheRim()
+{
+    RimBandStereo net;
+    const QByteArray bytes = net.metafile();
+    const EmfFile emf = readEmf(bytes);
+    QVERIFY2(emf.ok(), qPrintable(emf.error));
+    QString failure;
+    const QImage page = officePage(*m_dir, QStringLiteral("stereonet"), bytes, failure);
+    QVERIFY2(!page.isNull(), qPrintable(failure));
+    const QPointF origin = pictureOrigin(page, emf);
+    auto toPage = [&](QPointF p) { return (p + origin).toPoint(); };
+
+    const std::vector<QColor> colours = RimBandStereo::bandColours();
+    auto band = [&](QRgb c) {
+        for (const QColor& b : colours)
+            if (std::abs(qRed(c) - b.red()) <= 24 && std::abs(qGreen(c) - b.green()) <= 24
+                && std::abs(qBlue(c) - b.blue()) <= 24)
+                return true;
+        return false;
+    };
+    // All round the rim: band colour just inside it, none outside the disc.
+    const QPointF centre(net.centre());
+    const double R = net.radius();
+    for (int degrees = 0; degrees < 360; degrees += 15) {
+        const QPointF direction(std::cos(degrees * M_PI / 180), std::sin(degrees * M_PI / 180));
+        QVERIFY2(near(page, toPage(centre + (R - 10) * direction), 2, band),
+                 qPrintable(QStringLiteral("no band colour inside the rim at %1 degrees").arg(degrees)));
+        QVERIFY2(!near(page, toPage(centre + (R + 8) * direction), 1, band),
+                 qPrintable(QStringLiteral("band colour outside the disc at %1 degrees").arg(degrees)));
     }
 }
 
