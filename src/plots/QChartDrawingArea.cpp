@@ -64,6 +64,12 @@ struct ContourPieces {
     }
 };
 
+// What a contour label covers: its box, top left at the anchor, and the cross round the anchor.
+QRectF contourLabelArea(const QPointF& anchor, const QSizeF& box)
+{
+    return QRectF(anchor, box).united(QRectF(anchor - QPointF(4, 4), QSizeF(8, 8)));
+}
+
 } // namespace
 
 QChartDrawingArea::QChartDrawingArea(QWidget* parent, const QString& title)
@@ -1243,6 +1249,19 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
     std::vector<ContourPieces> fillPieces(bandPaths ? 0 : bands.size());
     std::vector<ContourPieces> linePieces(bandPaths ? 0 : bands.size());
 
+    // A label is taken where what it covers, with a small margin, stays clear of every label
+    // already placed (those of an earlier grid too) and inside the grid's rectangle. Its box is
+    // measured as drawContourLabels draws it; the text depends only on the level, so each band's
+    // is measured once.
+    constexpr double kLabelMargin = 2.0;
+    std::vector<QRectF> labelAreas;
+    std::vector<QSizeF> labelBoxes(bands.size());
+    auto labelBox = [&](const QString& text) {
+        return painter->boundingRect(QRectF(rect()), Qt::AlignLeft, QLatin1Char(' ') + text + QLatin1Char(' ')).size();
+    };
+    if (m_contourLabelsOn)
+        for (std::size_t l = 0; l < std::min(m_contourLabelPositions.size(), m_contourLabelTexts.size()); ++l)
+            labelAreas.push_back(contourLabelArea(m_contourLabelPositions[l], labelBox(m_contourLabelTexts[l])));
     double outX[8], outY[8];
     // A cell whose values all lie strictly inside one band is that band's colour throughout and
     // crosses no level: on the raster, runs of such cells along a row go in as one rectangle,
@@ -1333,16 +1352,17 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
                         continue;
                     if (m_contourLabelsOn) {
                         const QPointF anchor(outX[0], outY[0]);
-                        bool farEnough = true;
-                        for (const QPointF& q : m_contourLabelPositions) {
-                            if (QLineF(q, anchor).length() < 50.0) {
-                                farEnough = false;
-                                break;
-                            }
-                        }
-                        if (farEnough) {
+                        const QString text = QString::number(b->low, 'f', 2) + QLatin1Char('%');
+                        if (labelBoxes[bi].isEmpty())
+                            labelBoxes[bi] = labelBox(text);
+                        const QRectF area = contourLabelArea(anchor, labelBoxes[bi]);
+                        const QRectF padded = area.adjusted(-kLabelMargin, -kLabelMargin, kLabelMargin, kLabelMargin);
+                        if (m_gridRect.contains(area)
+                            && std::none_of(labelAreas.begin(), labelAreas.end(),
+                                            [&](const QRectF& other) { return other.intersects(padded); })) {
+                            labelAreas.push_back(area);
                             m_contourLabelPositions.push_back(anchor);
-                            m_contourLabelTexts.push_back(QString::number(b->low, 'f', 2) + QLatin1Char('%'));
+                            m_contourLabelTexts.push_back(text);
                         }
                     }
                     if (!bandPaths) {
