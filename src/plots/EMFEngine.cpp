@@ -290,7 +290,8 @@ void EMFEngine::drawTextItem(const QPointF& p, const QTextItem& textItem)
     int height;
     if (!m_textAlignmentLeft) {
         m_font = textItem.font();
-        SetTextAlign(m_dc, TA_BASELINE | TA_CENTER);
+        // p is the left end of the baseline, where the screen starts the text.
+        SetTextAlign(m_dc, TA_BASELINE | TA_LEFT);
         height = -MulDiv(m_font.pointSize(), GetDeviceCaps(m_dc, LOGPIXELSY), 72);
     } else {
         SetTextAlign(m_dc, TA_BASELINE);

@@ -16,8 +16,11 @@
 //   that path; every run of two or more points is outlined with a polyline and then, for the
 //   fill modes, filled as a polygon. A polyline is written twice, and a convex polygon is only
 //   outlined.
-// - Text (textAlignmentLeft() off) is anchored with alignment 30 at the item's start and the
-//   item's font; with it on, alignment 24 and the engine's own font. Text is opaque.
+// - Text (textAlignmentLeft() off) is anchored at the item's start with the item's font; with it
+//   on, with the engine's own font and the observed transform. Both anchor the left end of the
+//   baseline (alignment 24), which is where the screen starts a painter's text: a pasted label
+//   sits where it was shown, where a centred anchor would move it left by half its width and cut
+//   the first characters off a label near the left edge. Text is opaque.
 
 #include "EmfGdi.h"
 

@@ -51,6 +51,25 @@ struct ContourBand {
     QColor colour;
 };
 
+// The band polygons or iso-line pieces of one band, kept one by one for painters that draw them
+// so (see drawContour).
+struct ContourPieces {
+    std::vector<QPointF> points;
+    std::vector<int> sizes;
+    void add(const double* x, const double* y, int count)
+    {
+        for (int c = 0; c < count; ++c)
+            points.emplace_back(x[c], y[c]);
+        sizes.push_back(count);
+    }
+};
+
+// What a contour label covers: its box, top left at the anchor, and the cross round the anchor.
+QRectF contourLabelArea(const QPointF& anchor, const QSizeF& box)
+{
+    return QRectF(anchor, box).united(QRectF(anchor - QPointF(4, 4), QSizeF(8, 8)));
+}
+
 } // namespace
 
 QChartDrawingArea::QChartDrawingArea(QWidget* parent, const QString& title)
@@ -1236,18 +1255,40 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
     const bool wantLines = m_contourPolesOn || m_contourDipDirOn;
     const bool drawLines = !m_contourFillOn || m_contourLinesOn || (percent && !(m_model && m_model->showStressState()));
 
-    // One path per band: the triangles of a band are filled together, so the shared edges of
-    // neighbouring triangles leave no antialiasing seams and a band is one drawing operation.
-    std::vector<QPainterPath> fills(bands.size());
-    std::vector<QPainterPath> lines(bands.size());
+    // On the raster, one path per band: the triangles of a band are filled together, so the
+    // shared edges of neighbouring triangles leave no antialiasing seams and a band is one
+    // drawing operation. An image's painter clips such a path exactly; other painters need not
+    // (the metafile's leaves out a path its clip does not hold whole, which took every band
+    // that touches a stereonet's rim out of the pasted chart). They get each triangle's band
+    // polygon and iso-line piece on its own, which loses at most the triangles the clip cuts.
+    const bool bandPaths = !m_paintingToWEMF && painter->device() && painter->device()->devType() == QInternal::Image;
+    std::vector<QPainterPath> fills(bandPaths ? bands.size() : 0);
+    std::vector<QPainterPath> lines(bandPaths ? bands.size() : 0);
     for (auto& p : fills)
         p.setFillRule(Qt::WindingFill);
+    std::vector<ContourPieces> fillPieces(bandPaths ? 0 : bands.size());
+    std::vector<ContourPieces> linePieces(bandPaths ? 0 : bands.size());
+
+    // A label is taken where what it covers, with a small margin, stays clear of every label
+    // already placed (those of an earlier grid too) and inside the grid's rectangle. Its box is
+    // measured as drawContourLabels draws it; the text depends only on the level, so each band's
+    // is measured once.
+    constexpr double kLabelMargin = 2.0;
+    std::vector<QRectF> labelAreas;
+    std::vector<QSizeF> labelBoxes(bands.size());
+    auto labelBox = [&](const QString& text) {
+        return painter->boundingRect(QRectF(rect()), Qt::AlignLeft, QLatin1Char(' ') + text + QLatin1Char(' ')).size();
+    };
+    if (m_contourLabelsOn)
+        for (std::size_t l = 0; l < std::min(m_contourLabelPositions.size(), m_contourLabelTexts.size()); ++l)
+            labelAreas.push_back(contourLabelArea(m_contourLabelPositions[l], labelBox(m_contourLabelTexts[l])));
     double outX[8], outY[8];
     // A cell whose values all lie strictly inside one band is that band's colour throughout and
-    // crosses no level: runs of such cells along a row go in as one rectangle, which keeps the
-    // band paths small and their spans long for the rasteriser. Only cells that a level crosses
-    // are cut into triangles. The cells are walked with the first index outermost (which iso-line
-    // gets a label depends on the labels placed before it), so each row keeps its own open run.
+    // crosses no level: on the raster, runs of such cells along a row go in as one rectangle,
+    // which keeps the band paths small and their spans long for the rasteriser, and only cells
+    // that a level crosses are cut into triangles. The cells are walked with the first index
+    // outermost (which iso-line gets a label depends on the labels placed before it), so each row
+    // keeps its own open run.
     struct Run {
         int band = -1;
         double left = 0.0, right = 0.0;
@@ -1280,7 +1321,7 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
             const double cellMax = std::max({cv[0], cv[1], cv[2], cv[3]});
             auto inside = std::lower_bound(bands.begin(), bands.end(), cellMin,
                                            [](const ContourBand& b, double v) { return b.high <= v; });
-            if (inside != bands.end() && inside->low < cellMin && cellMax < inside->high) {
+            if (bandPaths && inside != bands.end() && inside->low < cellMin && cellMax < inside->high) {
                 const int band = static_cast<int>(inside - bands.begin());
                 Run& run = runs[static_cast<std::size_t>(j)];
                 if (band == run.band && run.right == x0) {
@@ -1315,7 +1356,9 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
                     int count = 0;
                     if (m_contourFillOn) {
                         MatrixData::calculatePolygon(tx, ty, tv, b->low, b->high, outX, outY, count);
-                        if (count >= 2) {
+                        if (count >= 2 && !bandPaths) {
+                            fillPieces[bi].add(outX, outY, count);
+                        } else if (count >= 2) {
                             fills[bi].moveTo(outX[0], outY[0]);
                             for (int c = 1; c < count; ++c)
                                 fills[bi].lineTo(outX[c], outY[c]);
@@ -1329,17 +1372,22 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
                         continue;
                     if (m_contourLabelsOn) {
                         const QPointF anchor(outX[0], outY[0]);
-                        bool farEnough = true;
-                        for (const QPointF& q : m_contourLabelPositions) {
-                            if (QLineF(q, anchor).length() < 50.0) {
-                                farEnough = false;
-                                break;
-                            }
-                        }
-                        if (farEnough) {
+                        const QString text = QString::number(b->low, 'f', 2) + QLatin1Char('%');
+                        if (labelBoxes[bi].isEmpty())
+                            labelBoxes[bi] = labelBox(text);
+                        const QRectF area = contourLabelArea(anchor, labelBoxes[bi]);
+                        const QRectF padded = area.adjusted(-kLabelMargin, -kLabelMargin, kLabelMargin, kLabelMargin);
+                        if (m_gridRect.contains(area)
+                            && std::none_of(labelAreas.begin(), labelAreas.end(),
+                                            [&](const QRectF& other) { return other.intersects(padded); })) {
+                            labelAreas.push_back(area);
                             m_contourLabelPositions.push_back(anchor);
-                            m_contourLabelTexts.push_back(QString::number(b->low, 'f', 2) + QLatin1Char('%'));
+                            m_contourLabelTexts.push_back(text);
                         }
+                    }
+                    if (!bandPaths) {
+                        linePieces[bi].add(outX, outY, count);
+                        continue;
                     }
                     lines[bi].moveTo(outX[0], outY[0]);
                     for (int c = 1; c < count; ++c)
@@ -1357,23 +1405,39 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
     if (linesCoverEdges)
         painter->setRenderHint(QPainter::Antialiasing, false);
     for (std::size_t bi = 0; bi < bands.size(); ++bi) {
-        if (fills[bi].isEmpty())
-            continue;
-        // No outline: the band is one path, so its inner edges leave no seams to cover. A
-        // metafile outlines every shape with a solid pen (no pen there is a black one), so its
-        // bands are outlined in their own colour.
-        painter->setPen(m_paintingToWEMF ? makePen(bands[bi].colour, 0.0) : QPen(Qt::NoPen));
-        painter->setBrush(bands[bi].colour);
-        painter->drawPath(fills[bi]);
+        if (bandPaths && !fills[bi].isEmpty()) {
+            // No outline: the band is one path, so its inner edges leave no seams to cover.
+            painter->setPen(Qt::NoPen);
+            painter->setBrush(bands[bi].colour);
+            painter->drawPath(fills[bi]);
+        } else if (!bandPaths && !fillPieces[bi].sizes.empty()) {
+            // Outlined in the band's colour: that covers the seams between the pieces, and a
+            // metafile outlines every shape with a solid pen anyway (no pen there is a black one).
+            painter->setPen(makePen(bands[bi].colour, 0.0));
+            painter->setBrush(bands[bi].colour);
+            const QPointF* piece = fillPieces[bi].points.data();
+            for (const int size : fillPieces[bi].sizes) {
+                painter->drawPolygon(piece, size, Qt::OddEvenFill);
+                piece += size;
+            }
+        }
     }
     painter->setRenderHint(QPainter::Antialiasing, antialiased);
     painter->setBrush(Qt::NoBrush);
     for (std::size_t bi = 0; bi < bands.size(); ++bi) {
-        if (lines[bi].isEmpty())
+        if (bandPaths ? lines[bi].isEmpty() : linePieces[bi].sizes.empty())
             continue;
         const QColor colour = !m_contourFillOn ? bands[bi].colour : m_contourLinesOn ? m_labelColor : bands[bi].colour;
         painter->setPen(makePen(colour, 0.0));
-        painter->drawPath(lines[bi]);
+        if (bandPaths) {
+            painter->drawPath(lines[bi]);
+            continue;
+        }
+        const QPointF* piece = linePieces[bi].points.data();
+        for (const int size : linePieces[bi].sizes) {
+            painter->drawPolyline(piece, size);
+            piece += size;
+        }
     }
 }
 

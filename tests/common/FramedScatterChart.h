@@ -1,7 +1,7 @@
 #pragma once
-// The scatter test chart with an axis: a frame, a filled marker square and a title, so that a
-// metafile of it has lines, fills, symbols and text at known places. It also notes whether
-// paintingToWEMF() was on each time it drew.
+// The scatter test chart with an axis: a frame, a filled marker square, a title and a cursor
+// readout against the left edge, so that a metafile of it has lines, fills, symbols and text at
+// known places. It also notes whether paintingToWEMF() was on each time it drew.
 
 #include "ScatterTestChart.h"
 
@@ -17,6 +17,10 @@ public:
     static QRect frame() { return QRect(40, 30, 320, 220); }
     static QRectF marker() { return QRectF(300, 50, 40, 30); }
     static QPointF titleAt() { return QPointF(60, 290); }
+    static QString title() { return QStringLiteral("Porosity"); }
+    // Two pixels from the left edge, above the frame.
+    static QPointF readoutAt() { return QPointF(2, 18); }
+    static QString readout() { return QStringLiteral("Pole: 30.00/ 120.00"); }
 
     // Crosses of size 4 on a grid inside the frame: columns at 80, 140, ..., rows at 70, 130, 190.
     static QVector<QPointF> gridPoints()
@@ -63,7 +67,10 @@ public:
         QFont font(QStringLiteral("DejaVu Sans"));
         font.setPointSize(14);
         painter.setFont(font);
-        painter.drawText(titleAt(), QStringLiteral("Porosity"));
+        painter.drawText(titleAt(), title());
+        font.setPointSize(10);
+        painter.setFont(font);
+        painter.drawText(readoutAt(), readout());
     }
 
     // paintingToWEMF() at each drawChart() call.

@@ -104,7 +104,8 @@ private slots:
     void tadpoles();
     void labels();
     void contourBandsOfARamp();
-    void contourLabelsKeepTheirDistance();
+    void contourLabelsKeepApart_data();
+    void contourLabelsKeepApart();
     void contourLabelsFollowTheFirstIndex();
     void contourBadGrids_data();
     void contourBadGrids();
@@ -614,30 +615,67 @@ void TestChartDrawingArea::contourBandsOfARamp()
     QCOMPARE(QColor(image.pixel(32, 20)), map.value_to_color(1.0));
     QVERIFY(map.value_to_color(0.0) != map.value_to_color(1.0));
 
+    // Any other painter gets each triangle's band polygon on its own, outlined and filled in the
+    // band's colour: together they tile each band's half of the grid.
     PaintRecorder device;
     {
         QPainter painter(&device);
         chart.drawContour(&painter, &grid, 0.0, 2.0, false, 1.0);
     }
-    // One fill per band, each spanning its half of the grid.
-    const QStringList paths = device.calls(QStringLiteral("path"));
-    QCOMPARE(paths.size(), 2);
-    QVERIFY2(paths[0].contains(QStringLiteral("in 0,0 20x40")), qPrintable(paths[0]));
-    QVERIFY2(paths[1].contains(QStringLiteral("in 20,0 20x40")), qPrintable(paths[1]));
+    QVERIFY(device.calls(QStringLiteral("path")).isEmpty());
+    const QStringList polygons = device.calls(QStringLiteral("polygon"));
+    QCOMPARE(polygons.size(), 2 * 2 * 4); // two by two cells of four triangles, one band each
+    double area[2] = {0.0, 0.0};
+    for (const QString& call : polygons) {
+        QVERIFY2(call.startsWith(QStringLiteral("polygon odd ")), qPrintable(call));
+        const QStringList xy = call.section(QStringLiteral(" | "), 0, 0).mid(12).split(QLatin1Char(' '));
+        QPolygonF polygon;
+        for (const QString& pair : xy)
+            polygon << QPointF(pair.section(QLatin1Char(','), 0, 0).toDouble(),
+                               pair.section(QLatin1Char(','), 1).toDouble());
+        const int band = polygon.boundingRect().center().x() < 20 ? 0 : 1;
+        QVERIFY2(polygon.boundingRect().left() >= 20 * band && polygon.boundingRect().right() <= 20 * (band + 1),
+                 qPrintable(call));
+        const QString colour = hex(map.value_to_color(band));
+        QCOMPARE(call.section(QStringLiteral(" | "), 1), QStringLiteral("pen %1 0 | brush %1").arg(colour));
+        double twice = 0.0;
+        for (int k = 0; k < polygon.size(); ++k)
+            twice += polygon[k].x() * polygon[(k + 1) % polygon.size()].y()
+                     - polygon[(k + 1) % polygon.size()].x() * polygon[k].y();
+        area[band] += std::abs(twice) / 2;
+    }
+    QCOMPARE(area[0], 800.0);
+    QCOMPARE(area[1], 800.0);
 }
 
-void TestChartDrawingArea::contourLabelsKeepTheirDistance()
+void TestChartDrawingArea::contourLabelsKeepApart_data()
 {
-    // A cone: circular iso-lines; labels at least 50 pixels apart, the first always kept.
+    // Surfaces on a 41 x 41 grid over 400 x 400 pixels, levels every 5.26 from 0 to 100.
+    QTest::addColumn<int>("surface");
+    QTest::addColumn<int>("atLeast");
+    QTest::newRow("cone: circles round the middle") << 0 << 4;
+    QTest::newRow("dense ripple") << 1 << 12;
+    QTest::newRow("lines along the right and bottom edges") << 2 << 3;
+}
+
+void TestChartDrawingArea::contourLabelsKeepApart()
+{
+    // Labels go where their boxes (and the cross at their corner) stay clear of every earlier
+    // label's and inside the grid's rectangle.
+    QFETCH(int, surface);
+    QFETCH(int, atLeast);
     const int n = 41;
     MatrixDataArray grid(QStringLiteral("grid"), n, n, QVariant::Double);
     for (int i = 0; i < n; ++i)
         for (int j = 0; j < n; ++j)
-            grid.setValue(i, j, 100.0 - std::hypot(i - 20, j - 20) * 4.0);
+            grid.setValue(i, j, surface == 0   ? 100.0 - std::hypot(i - 20, j - 20) * 4.0
+                                : surface == 1 ? 50.0 + 45.0 * std::sin(i * 0.6) * std::cos(j * 0.5)
+                                               : 2.5 * std::max(i, j));
     PointSet set({{1, 1}, {2, 2}}, Model::ShowAll);
     ScatterTestChart chart;
     chart.setModel(&set.model);
-    chart.setGridRect(QRectF(0, 0, 400, 400));
+    const QRectF area(0, 0, 400, 400);
+    chart.setGridRect(area);
     chart.setContourPolesOn(true);
     chart.setContourLabelsOn(true);
     chart.setContourLinesOn(true);
@@ -645,41 +683,56 @@ void TestChartDrawingArea::contourLabelsKeepTheirDistance()
     {
         QPainter painter(&device);
         chart.drawContour(&painter, &grid, 0.0, 100.0, false, 1.0);
+        device.clear();
         chart.drawContourLabels(&painter);
     }
     const auto& anchors = chart.contourLabelPositions();
-    QVERIFY(anchors.size() >= 2);
-    for (std::size_t a = 0; a < anchors.size(); ++a)
-        for (std::size_t b = a + 1; b < anchors.size(); ++b)
-            QVERIFY(QLineF(anchors[a], anchors[b]).length() >= 50.0);
+    QVERIFY2(int(anchors.size()) >= atLeast, qPrintable(QString::number(anchors.size())));
     QVERIFY(chart.contourLabelTexts().front().endsWith(QLatin1Char('%')));
     QCOMPARE(device.calls(QStringLiteral("text")).size(), int(anchors.size()));
+    // The boxes as drawn, each with its cross (4 pixels round its top left corner).
+    std::vector<QRectF> boxes;
+    for (const QString& call : device.calls(QStringLiteral("rect "))) {
+        const QStringList parts = call.section(QStringLiteral(" | "), 0, 0).split(QLatin1Char(' '));
+        const QStringList xy = parts[1].split(QLatin1Char(',')), wh = parts[2].split(QLatin1Char('x'));
+        const QRectF box(xy[0].toDouble(), xy[1].toDouble(), wh[0].toDouble(), wh[1].toDouble());
+        boxes.push_back(box.united(QRectF(box.topLeft() - QPointF(4, 4), QSizeF(8, 8))));
+    }
+    QCOMPARE(int(boxes.size()), int(anchors.size()));
+    for (std::size_t a = 0; a < boxes.size(); ++a) {
+        QVERIFY2(area.contains(boxes[a]), qPrintable(QStringLiteral("label %1 leaves the grid").arg(a)));
+        for (std::size_t b = a + 1; b < boxes.size(); ++b)
+            QVERIFY2(!boxes[a].intersects(boxes[b]),
+                     qPrintable(QStringLiteral("labels %1 and %2 overlap").arg(a).arg(b)));
+    }
 }
 
 void TestChartDrawingArea::contourLabelsFollowTheFirstIndex()
 {
-    // Two crossed cells 10 pixels apart, (1, 0) and (0, 1), can hold only one label between
-    // them: the cells are walked along the second index first, so (0, 1) gets it.
-    MatrixDataArray grid(QStringLiteral("grid"), 3, 3, QVariant::Double);
-    for (int i = 0; i < 3; ++i)
-        for (int j = 0; j < 3; ++j)
+    // Peaks at the nodes (1, 2) and (2, 1): the cells are walked along the second index first, so
+    // the first label goes to the peak at (1, 2), whose cells come first in the first index,
+    // though the other's come first in the second.
+    MatrixDataArray grid(QStringLiteral("grid"), 4, 4, QVariant::Double);
+    for (int i = 0; i < 4; ++i)
+        for (int j = 0; j < 4; ++j)
             grid.setValue(i, j, 1.0);
-    grid.setValue(2, 0, 9.0);
-    grid.setValue(0, 2, 9.0);
+    grid.setValue(1, 2, 9.0);
+    grid.setValue(2, 1, 9.0);
     grid.setColorMapStepSize(4.0);
     ScatterTestChart chart;
-    chart.setGridRect(QRectF(0, 0, 20, 20));
+    chart.setGridRect(QRectF(0, 0, 240, 240));
     chart.setContourPolesOn(true);
     chart.setContourLinesOn(true);
     chart.setContourLabelsOn(true);
-    PaintRecorder device;
+    PaintRecorder device(QSize(240, 240));
     {
         QPainter painter(&device);
         chart.drawContour(&painter, &grid, 0.0, 10.0, false, 1.0);
     }
     const auto& anchors = chart.contourLabelPositions();
-    QCOMPARE(int(anchors.size()), 1);
-    QVERIFY2(anchors[0].x() <= 10.0 && anchors[0].y() >= 10.0,
+    QVERIFY(!anchors.empty());
+    const QPointF first(80, 160), second(160, 80);
+    QVERIFY2(QLineF(anchors[0], first).length() < QLineF(anchors[0], second).length(),
              qPrintable(QStringLiteral("%1,%2").arg(anchors[0].x()).arg(anchors[0].y())));
 }
 

@@ -73,7 +73,8 @@ void TestEmfClipboard::copiesVectorsAndPicture()
         QVERIFY(!emf.linesStarting(QStringLiteral("PEN")).filter(QStringLiteral("width 2 800000")).isEmpty());
     }
     QVERIFY(emf.lines.contains(QStringLiteral("POLYGON 40,30 360,30 360,250 40,250 40,30")));
-    QCOMPARE(emf.linesStarting(QStringLiteral("TEXT ")), QStringList{QStringLiteral("TEXT 60,290 Porosity")});
+    QCOMPARE(emf.linesStarting(QStringLiteral("TEXT ")),
+             (QStringList{QStringLiteral("TEXT 60,290 Porosity"), QStringLiteral("TEXT 2,18 Pole: 30.00/ 120.00")}));
 
     // The picture is what the widget shows.
     QImage picture;

@@ -477,12 +477,12 @@ void TestEmfDevice::text_data()
     QFont pixels(QStringLiteral("DejaVu Sans"));
     pixels.setPixelSize(60);
     // D 1577, i 569, p 1300, space 651, 4 and 5 1303: 6703 units at 12 pixels, 39.28.
-    QTest::newRow("centred on the start (default)") << QStringLiteral("Dip 45") << false << nine
-                                                    << QStringList{"TEXTALIGN 30", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT 51,60"}
-                                                    << 39;
+    QTest::newRow("baseline start, item's font (default)") << QStringLiteral("Dip 45") << false << nine
+                                                           << QStringList{"TEXTALIGN 24", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT 51,60"}
+                                                           << 39;
     // N of the bold italic serif 1872 units at 19 pixels, 17.37.
     QTest::newRow("bold italic") << QStringLiteral("N") << false << boldItalic
-                                 << QStringList{"TEXTALIGN 30", "height -19 weight 700 italic 1 face DejaVu Serif", "TEXT 51,60"}
+                                 << QStringList{"TEXTALIGN 24", "height -19 weight 700 italic 1 face DejaVu Serif", "TEXT 51,60"}
                                  << 17;
     // a 1255, z 1075, i 569, m 1995, u 1298, t 803, h 1298: 8293 units at 12 pixels, 48.59.
     QTest::newRow("left aligned, engine's font") << QStringLiteral("azimuth") << true << nine
@@ -493,7 +493,7 @@ void TestEmfDevice::text_data()
                                               << QStringList{"TEXTALIGN 24", "height -2 weight 400 italic 0 face DejaVu Sans", "TEXT 51,60"}
                                               << 1;
     QTest::newRow("beyond the BMP, exact") << QString::fromUtf8("a\xf0\x9f\x98\x80z \xf0\x90\x8d\x88") << false << nine
-                                           << QStringList{"TEXTALIGN 30", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT"}
+                                           << QStringList{"TEXTALIGN 24", "height -12 weight 400 italic 0 face DejaVu Sans", "TEXT"}
                                            << -1;
 }
 
