@@ -20,6 +20,8 @@
 #include <QMimeData>
 #include <QPainter>
 #include <QPainterPath>
+#include <QPolygonF>
+#include <QTransform>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -63,6 +65,26 @@ struct ContourPieces {
         sizes.push_back(count);
     }
 };
+
+// The painter's clip pulled in by half a pixel about its middle: a polygon cut to it lies within
+// the clip itself, rounding and all, so a painter that drops shapes its clip does not hold whole
+// keeps the cut pieces. An empty path when the painter does not clip.
+QPainterPath clipPulledIn(const QPainter* painter)
+{
+    if (!painter->hasClipping())
+        return QPainterPath();
+    const QPainterPath clip = painter->clipPath();
+    const QRectF r = clip.boundingRect();
+    const double extent = std::max(r.width(), r.height());
+    if (!(extent > 2.0))
+        return clip;
+    const double f = 1.0 - 1.0 / extent;
+    QTransform t;
+    t.translate(r.center().x(), r.center().y());
+    t.scale(f, f);
+    t.translate(-r.center().x(), -r.center().y());
+    return t.map(clip);
+}
 
 // What a contour label covers: its box, top left at the anchor, and the cross round the anchor.
 QRectF contourLabelArea(const QPointF& anchor, const QSizeF& box)
@@ -1402,6 +1424,7 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
     // times cheaper than an antialiased one of the same path.
     const bool antialiased = painter->testRenderHint(QPainter::Antialiasing);
     const bool linesCoverEdges = wantLines && drawLines;
+    const QPainterPath clip = bandPaths ? QPainterPath() : clipPulledIn(painter);
     if (linesCoverEdges)
         painter->setRenderHint(QPainter::Antialiasing, false);
     for (std::size_t bi = 0; bi < bands.size(); ++bi) {
@@ -1413,12 +1436,23 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
         } else if (!bandPaths && !fillPieces[bi].sizes.empty()) {
             // Outlined in the band's colour: that covers the seams between the pieces, and a
             // metafile outlines every shape with a solid pen anyway (no pen there is a black one).
+            // A piece the clip cuts is cut here, to a clip pulled in a little: left to the painter
+            // it would be lost whole, and the bands would stop a cell short of a stereonet's rim.
             painter->setPen(makePen(bands[bi].colour, 0.0));
             painter->setBrush(bands[bi].colour);
             const QPointF* piece = fillPieces[bi].points.data();
             for (const int size : fillPieces[bi].sizes) {
-                painter->drawPolygon(piece, size, Qt::OddEvenFill);
+                const QPolygonF polygon(QVector<QPointF>(piece, piece + size));
                 piece += size;
+                if (clip.isEmpty() || std::all_of(polygon.cbegin(), polygon.cend(),
+                                                  [&](const QPointF& p) { return clip.contains(p); })) {
+                    painter->drawPolygon(polygon, Qt::OddEvenFill);
+                    continue;
+                }
+                QPainterPath cut;
+                cut.addPolygon(polygon);
+                for (const QPolygonF& inside : cut.intersected(clip).toFillPolygons())
+                    painter->drawPolygon(inside, Qt::OddEvenFill);
             }
         }
     }

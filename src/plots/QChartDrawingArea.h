@@ -25,6 +25,12 @@
 //   painter targets such an image through a whole-pixel translation; every other painter (a
 //   metafile, a recording engine, a rotated view) gets the real shapes. setSymbolStamping(false)
 //   turns it off.
+// - A row has no point only where its cell is blank (an invalid QVariant). A QVariant holding
+//   QPointF(0, 0) reports isNull(), yet it is a point: a flat bed at dip 0 / azimuth 0, a cross
+//   plot reading of (0, 0). The walkers, the lassos and the counts treat it like any other.
+// - The point walkers choose by the model's attribute switches and the colour classes' cell
+//   type; the class arrays report the attribute's type (see QRelationshipItemModel), so a
+//   colour-typed attribute reaches drawPointsWithTypeColorAttribute(AndSymbol).
 // - A contour grid's first index runs along x and its second along y: cell (i, j) has its top
 //   left corner at gridRect.topLeft() + (i, j) * d, with d = gridRect.width() / (rows - 1).
 // - A tadpole leaves the painter's transformation as it found it, and so does a rotated label:

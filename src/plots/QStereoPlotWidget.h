@@ -18,10 +18,13 @@
 // - pointKind decides what transformInPixelPoint() means (0: the data are planes placed by their
 //   poles; 1: the data are lines placed at their dip direction). It changes many times in one
 //   paint, so a drawing routine sets it before it draws.
-// - drawDipDirection(), the labels of result planes and the lasso's test of the lineation set
-//   go by dipDirectionInPixel() as it stands, in widget pixels: on a zoomed chart they sit one
-//   zoom offset off the raster's lines (the data's dip directions and the pick go by raster
-//   pixels and are not affected).
+// - Everything drawn goes by raster pixels, at any zoom: drawDipDirection(), the labels of
+//   result planes and the lasso's test of the lineation set take the line's raster pixel
+//   (dipDirectionInPixel() + o), not dipDirectionInPixel() as it stands. Taken literally, a
+//   widget pixel drawn into the raster puts a mark one scroll offset off its trace and makes the
+//   lasso take lines outside it while missing those inside.
+// - A result's label turns about its point (right, left or centred, stacked by lines) to stay
+//   on the net, clear of the ring's numbers and of the other results' labels.
 // - A pick outside the net is pulled onto the rim, so every pick has an orientation.
 // - The lasso needs three points; with fewer, a release clears the selection even with Control.
 // - The stress and shear drawing reads the model's hooks (getStressOverlay, stressValueNode,

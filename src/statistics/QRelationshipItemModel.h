@@ -222,6 +222,10 @@ public:
     MatrixData* decimationCount() const { return m_decimationCount; }
     std::vector<double> const& decimationAngle() const { return m_decimationAngle; }
     std::vector<int> const& decimationTableRows() const { return m_decimationTableRows; }
+    // A class per point: column 0 the class id as text, 1 its label, 2 its colour's name. The
+    // cells are text whatever the attribute is, but the array reports the attribute node's cell
+    // type: a table that held the id in a colour cell would lose it, and one that reported text
+    // would hide from the chart that the classes are colours of their own.
     MatrixDataArray* colorClasses() const { return m_colorClasses; }
     MatrixDataArray* symbolClasses() const { return m_symbolClasses; }
     MatrixDataArray* classScratch() const { return m_classScratch; }

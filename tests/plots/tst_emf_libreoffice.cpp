@@ -240,7 +240,7 @@ void TestEmfLibreOffice::stereonetBandsReachTheRim()
     const double R = net.radius();
     for (int degrees = 0; degrees < 360; degrees += 15) {
         const QPointF direction(std::cos(degrees * M_PI / 180), std::sin(degrees * M_PI / 180));
-        QVERIFY2(near(page, toPage(centre + (R - 10) * direction), 2, band),
+        QVERIFY2(near(page, toPage(centre + (R - 4) * direction), 2, band),
                  qPrintable(QStringLiteral("no band colour inside the rim at %1 degrees").arg(degrees)));
         QVERIFY2(!near(page, toPage(centre + (R + 8) * direction), 1, band),
                  qPrintable(QStringLiteral("band colour outside the disc at %1 degrees").arg(degrees)));

@@ -5,6 +5,9 @@
 
 #include <QtTest>
 
+#include <QPolygonF>
+
+#include <algorithm>
 #include <cmath>
 #include <map>
 
@@ -104,6 +107,7 @@ void TestStereoPlotEmf::bandsReachTheRim()
     const std::vector<QColor> colours = RimBandStereo::bandColours();
     std::vector<double> reach(colours.size(), 0.0); // farthest band vertex from the centre
     std::map<int, double> lineReach;                // iso-line x -> farthest end
+    std::vector<QPolygonF> fills;
     for (const Shape& s : shapes(emf)) {
         double farthest = 0.0;
         for (const QPointF& p : s.points)
@@ -115,6 +119,7 @@ void TestStereoPlotEmf::bandsReachTheRim()
                 // Clipped to the disc of R + 2 (whole pixels, truncated).
                 QVERIFY2(farthest <= R + 3, qPrintable(QStringLiteral("band %1 at %2").arg(b).arg(farthest)));
                 reach[b] = std::max(reach[b], farthest);
+                fills.push_back(QPolygonF(QVector<QPointF>(s.points.begin(), s.points.end())));
             }
         }
         // The iso-lines of a west-east ramp run north-south, in the label colour over the fill.
@@ -125,10 +130,18 @@ void TestStereoPlotEmf::bandsReachTheRim()
             r = std::max(r, farthest);
         }
     }
-    // Every band, each one a strip across the disc, comes within a cell of the rim.
+    // Every band, each one a strip across the disc, reaches the rim: the pieces the clip cuts
+    // are cut, not dropped. All round the rim the fill leaves no gap.
     for (std::size_t b = 0; b < colours.size(); ++b)
-        QVERIFY2(reach[b] >= R - cell,
+        QVERIFY2(reach[b] >= R - 1.0,
                  qPrintable(QStringLiteral("band %1 reaches %2 of %3").arg(b).arg(reach[b]).arg(R)));
+    for (int degrees = 0; degrees < 360; degrees += 5) {
+        const double a = degrees * 3.14159265358979323846 / 180.0;
+        const QPointF p = centre + (R - 2.0) * QPointF(std::cos(a), std::sin(a));
+        QVERIFY2(std::any_of(fills.cbegin(), fills.cend(),
+                             [&](const QPolygonF& f) { return f.containsPoint(p, Qt::OddEvenFill); }),
+                 qPrintable(QStringLiteral("no fill at %1 degrees, 2 px inside the rim").arg(degrees)));
+    }
     if (lines) {
         // One line at each band's lower level, four cells apart (the lowest along the grid's west
         // side, where it touches the rim), every one reaching the rim.
