@@ -33,13 +33,18 @@ QPolarPlotWidget::QPolarPlotWidget(QWidget* parent, const QString& title) : QCha
 void QPolarPlotWidget::setCenterAndRadius()
 {
     const QRect raster = rasterRect();
-    m_centre = raster.center();
-    m_radius = trunc(0.4 * std::min(raster.width(), raster.height()));
-    const int r = m_radius;
+    const QPoint centre = raster.center();
+    const int r = trunc(0.4 * std::min(raster.width(), raster.height()));
+    // A zoomed chart's clip is a region of one band per pixel row of a ring thousands of pixels
+    // high: build it only when the ring moves, not on every scroll step's redraw.
+    const bool moved = centre != m_centre || r != m_radius || m_clipRegion.isEmpty();
+    m_centre = centre;
+    m_radius = r;
     m_gridRect = QRectF(m_centre.x() - r, m_centre.y() - r, 2 * r, 2 * r);
     const int half = trunc(1.2 * r);
-    m_clipRegion = QRegion(m_centre.x() - half, m_centre.y() - half, 2 * half, 2 * half) &
-                   QRegion(m_centre.x() - r, m_centre.y() - r, 2 * r, 2 * r, QRegion::Ellipse);
+    if (moved)
+        m_clipRegion = QRegion(m_centre.x() - half, m_centre.y() - half, 2 * half, 2 * half) &
+                       QRegion(m_centre.x() - r, m_centre.y() - r, 2 * r, 2 * r, QRegion::Ellipse);
     resizeOpenGLScene(m_gridRect.size().toSize());
 }
 

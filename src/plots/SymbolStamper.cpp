@@ -170,6 +170,12 @@ bool SymbolStamper::stamp(const QPointF& pos, int style, int size, QPainter* pai
     // invariant; it has no combo entry and stays on the real path.
     if (style == 13)
         return false;
+    // Far outside the target nothing of the shape shows: a zoomed chart walks many such points,
+    // and they need no sprite.
+    const double margin = 4.0 * std::abs(size) + 64.0;
+    const double tx = std::floor(px) + m_tx, ty = std::floor(py) + m_ty;
+    if (tx < -margin || ty < -margin || tx > m_target->width() + margin || ty > m_target->height() + margin)
+        return true;
     const Sprite* s = sprite(style, size, painter->pen(), painter->brush());
     if (!s)
         return false;
