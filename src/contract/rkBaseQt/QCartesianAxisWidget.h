@@ -21,7 +21,8 @@
 // - The tick step follows the room on screen: the finest step of the 1-2-5 ladder whose labels,
 //   measured with the axis's font, keep a gap between them. A zoomed axis therefore shows finer
 //   ticks. Labels near the ends are pushed inside the widget, and a label that would then
-//   overlap its neighbour is left out (its tick and grid line stay).
+//   overlap its neighbour, or that is wider than the axis is deep, is left out (its tick and
+//   grid line stay). A title that would run into the labels is not drawn: widen the axis.
 // - The offset percentage counts from the origin's side: for a vertical axis with its origin at
 //   the bottom, setOffset(p) scrolls as the chart's yoffset(100 - p) does.
 // - A range of no number draws no ticks and gives an empty grid; a range of zero width is drawn
@@ -160,9 +161,12 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    struct AxisMap;
     struct Tick;
     struct Layout;
-    Layout layoutFor(const QSize& size) const;
+    AxisMap mapFor(int length) const;
+    // device: where the text will go (its resolution sizes the font); null for the widget.
+    Layout layoutFor(const QSize& size, const QPaintDevice* device = nullptr) const;
     void paintLayout(QPainter& painter, const Layout& layout, const QRect& rect) const;
     // Re-lays the widget out and sends the grid if it moved (or always, when forced).
     void relayout(bool forceSignal = false);
