@@ -49,8 +49,6 @@ class TestPanelInputs : public QObject
     Q_OBJECT
 private slots:
     void aFormPlacesThem();
-    void unitEditShows_data();
-    void unitEditShows();
     void unitEditReads_data();
     void unitEditReads();
     void unitEditSignals();
@@ -81,34 +79,6 @@ void TestPanelInputs::aFormPlacesThem()
     QCOMPARE(ui.m_pqVertiMinAxis->modelValue(), 0.0);
 }
 
-void TestPanelInputs::unitEditShows_data()
-{
-    QTest::addColumn<QString>("category");
-    QTest::addColumn<QString>("unit");
-    QTest::addColumn<double>("model");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("no unit manager") << QString() << QString() << 12.5 << "12.5";
-    QTest::newRow("metres as feet") << "Elevation" << "ft" << 0.3048 << "1";
-    QTest::newRow("degrees as radians") << "Orientation" << "radians" << 180.0 << "3.141592654";
-    QTest::newRow("fraction as percent") << "Fraction" << "percent" << 0.25 << "25";
-    QTest::newRow("negative zero") << QString() << QString() << -0.0 << "0";
-    QTest::newRow("large") << "Dimension" << "m" << 123456789012.0 << "1.23456789e+11";
-}
-
-void TestPanelInputs::unitEditShows()
-{
-    QFETCH(QString, category);
-    QFETCH(QString, unit);
-    QFETCH(double, model);
-    QFETCH(QString, text);
-    UnitRegistry registry;
-    QUnitLineEdit edit;
-    edit.setUnitManager(shownIn(registry, category, unit));
-    edit.setModelValue(model, false);
-    QCOMPARE(edit.text(), text);
-    QCOMPARE(edit.modelValue(), model);
-}
-
 void TestPanelInputs::unitEditReads_data()
 {
     QTest::addColumn<QString>("category");
@@ -118,14 +88,14 @@ void TestPanelInputs::unitEditReads_data()
     QTest::addColumn<QString>("shown");
     QTest::newRow("feet to metres") << "Elevation" << "ft" << "100" << 30.48 << "100";
     QTest::newRow("with the unit's tag") << "Elevation" << "ft" << " 12.5 ft " << 3.81 << "12.5";
-    QTest::newRow("percent to fraction") << "Fraction" << "percent" << "40" << 0.4 << "40";
     QTest::newRow("exponent") << "Dimension" << "km" << "2e-3" << 2.0 << "0.002";
+    QTest::newRow("radians shown to ten digits") << "Orientation" << "radians" << "3.14159265358979" << 180.0 << "3.141592654";
+    QTest::newRow("negative zero") << QString() << QString() << "-0" << 0.0 << "0";
+    QTest::newRow("large") << QString() << QString() << "123456789012" << 123456789012.0 << "1.23456789e+11";
     QTest::newRow("not a number") << "Elevation" << "ft" << "abc" << 10.0 << "32.80839895";
-    QTest::newRow("empty") << "Elevation" << "m" << "" << 10.0 << "10";
     QTest::newRow("another unit's tag") << "Elevation" << "ft" << "5 m" << 10.0 << "32.80839895";
     QTest::newRow("overflows") << QString() << QString() << "1e400" << 10.0 << "10";
-    QTest::newRow("nan typed") << QString() << QString() << "nan" << 10.0 << "10";
-    QTest::newRow("inf typed") << QString() << QString() << "-inf" << 10.0 << "10";
+    QTest::newRow("infinity typed") << QString() << QString() << "-inf" << 10.0 << "10";
 }
 
 void TestPanelInputs::unitEditReads()
@@ -185,7 +155,6 @@ void TestPanelInputs::intSliderInStep_data()
     QTest::addColumn<int>("step");
     QTest::addColumn<int>("value");
     QTest::addColumn<int>("expected"); // the value held
-    QTest::newRow("transparency") << 0 << 100 << 1 << 50 << 50;
     QTest::newRow("steps of five") << -90 << 90 << 5 << 45 << 45;
     QTest::newRow("above the range") << 0 << 30 << 1 << 99 << 30;
     QTest::newRow("maximum below minimum") << 10 << 0 << 1 << 3 << 10;
@@ -230,7 +199,6 @@ void TestPanelInputs::doubleSliderInStep_data()
     QTest::addColumn<int>("position");
     QTest::newRow("quarters") << 0.0 << 2.5 << 0.25 << 1.0 << 10 << 4;
     QTest::newRow("step not dividing the range") << 0.0 << 1.0 << 0.3 << 0.9 << 4 << 4;
-    QTest::newRow("angles") << -90.0 << 90.0 << 1.0 << -45.0 << 180 << 45;
     QTest::newRow("one value") << 5.0 << 5.0 << 0.1 << 5.0 << 0 << 0;
     QTest::newRow("step finer than the slider") << 0.0 << 1000.0 << 0.001 << 250.0 << 100000 << 25000;
     QTest::newRow("near the largest doubles") << -1e300 << 1e300 << 1.0 << 0.0 << 100000 << 50000;
@@ -277,41 +245,30 @@ void TestPanelInputs::doubleSliderInStep()
     QCOMPARE(box.sliderSteps(), steps);
 }
 
+// Exactly the open page's header carries the open marker, whatever adds, removes or opens pages,
+// and a new palette brings new markers.
 void TestPanelInputs::toolBoxMarksTheOpenPage()
 {
     QDecoratedToolBox box;
-    auto check = [&box]() {
-        for (int i = 0; i < box.count(); ++i) {
-            const QIcon expected = i == box.currentIndex() ? box.openMarker() : box.closedMarker();
-            if (box.itemIcon(i).cacheKey() != expected.cacheKey())
+    auto marked = [&box]() {
+        for (int i = 0; i < box.count(); ++i)
+            if (box.itemIcon(i).cacheKey() != (i == box.currentIndex() ? box.openMarker() : box.closedMarker()).cacheKey())
                 return false;
-        }
         return true;
     };
-    for (const char* name : {"page1", "SymbolAttributeSettings", "page3"}) {
-        auto* page = new QWidget;
-        page->setObjectName(QString::fromLatin1(name));
-        box.addItem(page, QString::fromLatin1(name));
-        QVERIFY(check());
-    }
+    for (const char* name : {"page1", "SymbolAttributeSettings", "page3"})
+        box.addItem(new QWidget, QString::fromLatin1(name));
     box.setCurrentIndex(2);
-    QVERIFY(check());
-    QWidget* symbols = box.findChild<QWidget*>(QStringLiteral("SymbolAttributeSettings"));
-    box.removeItem(box.indexOf(symbols));
-    delete symbols;
-    QCOMPARE(box.count(), 2);
-    QVERIFY(check());
+    QVERIFY(marked());
     box.removeItem(box.currentIndex());
-    QVERIFY(check());
+    QVERIFY(marked());
     box.insertItem(0, new QWidget, QStringLiteral("first"));
-    QVERIFY(check());
-    // A new palette makes new markers and the headers take them.
+    QVERIFY(marked());
     const qint64 before = box.openMarker().cacheKey();
-    QPalette dark = box.palette();
-    dark.setColor(QPalette::HighlightedText, Qt::yellow);
-    box.setPalette(dark);
-    QVERIFY(box.openMarker().cacheKey() != before);
-    QVERIFY(check());
+    QPalette other = box.palette();
+    other.setColor(QPalette::HighlightedText, Qt::yellow);
+    box.setPalette(other);
+    QVERIFY(box.openMarker().cacheKey() != before && marked());
 }
 
 QTEST_MAIN(TestPanelInputs)

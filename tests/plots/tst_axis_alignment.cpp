@@ -80,7 +80,6 @@ void TestAxisAlignment::ticksOnThePlotsPixels_data()
     QTest::addColumn<int>("scroll");
     QTest::addColumn<int>("origin");
     QTest::newRow("plain, origin bottom") << QSize(400, 300) << 1.0 << 50 << 1;
-    QTest::newRow("plain, origin top") << QSize(400, 300) << 1.0 << 50 << 0;
     QTest::newRow("zoomed, at the start") << QSize(333, 257) << 3.0 << 0 << 1;
     QTest::newRow("zoomed, middle, origin top") << QSize(333, 257) << 2.5 << 50 << 0;
     QTest::newRow("zoomed far, at the end") << QSize(401, 299) << 12.7 << 100 << 1;
