@@ -143,12 +143,12 @@ void QCrossPlotWidget::slotGenerateIntervalsToggled()
 
 std::pair<double, double> QCrossPlotWidget::verticalDataRange() const
 {
-    if (!verticalData)
+    // The y of the points loaded are verticalData's finite values, over the rows in hand.
+    if (!verticalData || !relationshipModel->data() || relationshipModel->pointCount() < 1)
         return {0.0, 0.0};
-    bool a = false, b = false;
-    const double lo = verticalData->minValue().toDouble(&a);
-    const double hi = verticalData->maxValue().toDouble(&b);
-    if (!a || !b || !std::isfinite(lo) || !std::isfinite(hi) || lo > hi)
+    const double lo = relationshipModel->minValue().y();
+    const double hi = relationshipModel->maxValue().y();
+    if (!std::isfinite(lo) || !std::isfinite(hi) || lo > hi)
         return {0.0, 0.0};
     return {lo, hi};
 }
