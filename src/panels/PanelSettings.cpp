@@ -1,0 +1,101 @@
+#include "PanelSettings.h"
+
+#include <MatrixData.h>
+
+#include <QAbstractButton>
+#include <QDoubleSpinBox>
+#include <QSpinBox>
+
+#include <cmath>
+
+namespace rkBase {
+
+PanelSettings::PanelSettings(const QString& prefix) : m_prefix(prefix) {}
+
+void PanelSettings::beginGroup(const QString& name) { m_settings.beginGroup(m_prefix + name); }
+
+void PanelSettings::endGroup() { m_settings.endGroup(); }
+
+void PanelSettings::writeColor(const QString& key, const QColor& colour)
+{
+    MatrixData holder(QString(), 0, 1, QVariant::Double);
+    holder.setColor(colour);
+    m_settings.setValue(key, holder.colorHexaString());
+}
+
+bool PanelSettings::readBool(const QString& key, bool def) const
+{
+    const QVariant v = m_settings.value(key);
+    if (v.type() == QVariant::Bool)
+        return v.toBool();
+    const QString text = v.toString().trimmed().toLower();
+    if (text == QLatin1String("true") || text == QLatin1String("1"))
+        return true;
+    if (text == QLatin1String("false") || text == QLatin1String("0"))
+        return false;
+    return def;
+}
+
+int PanelSettings::readInt(const QString& key, int def, int minimum, int maximum) const
+{
+    bool ok = false;
+    const int v = m_settings.value(key).toString().trimmed().toInt(&ok);
+    return ok && v >= minimum && v <= maximum ? v : def;
+}
+
+double PanelSettings::readDouble(const QString& key, double def, double minimum, double maximum) const
+{
+    bool ok = false;
+    const double v = m_settings.value(key).toString().trimmed().toDouble(&ok);
+    return ok && std::isfinite(v) && v >= minimum && v <= maximum ? v : def;
+}
+
+QString PanelSettings::readString(const QString& key, const QString& def) const
+{
+    const QVariant v = m_settings.value(key);
+    if (!v.isValid() || !v.canConvert<QString>())
+        return def;
+    return v.toString();
+}
+
+QColor PanelSettings::readColor(const QString& key, const QColor& def) const
+{
+    const QString text = m_settings.value(key).toString();
+    if (text.isEmpty())
+        return def;
+    const QColor colour = MatrixData::colorFromHexaString(text);
+    return colour.isValid() ? colour : def;
+}
+
+QList<int> PanelSettings::readIntList(const QString& key) const
+{
+    QList<int> out;
+    for (const QVariant& v : m_settings.value(key).toList()) {
+        bool ok = false;
+        const int n = v.toInt(&ok);
+        if (!ok || n < 0)
+            return {};
+        out.append(n);
+    }
+    return out;
+}
+
+void PanelSettings::readInto(QAbstractButton* check, const QString& key, bool def) const
+{
+    if (check)
+        check->setChecked(readBool(key, def));
+}
+
+void PanelSettings::readInto(QSpinBox* spin, const QString& key, int def) const
+{
+    if (spin)
+        spin->setValue(readInt(key, def, spin->minimum(), spin->maximum()));
+}
+
+void PanelSettings::readInto(QDoubleSpinBox* spin, const QString& key, double def) const
+{
+    if (spin)
+        spin->setValue(readDouble(key, def, spin->minimum(), spin->maximum()));
+}
+
+} // namespace rkBase

@@ -1,0 +1,50 @@
+#pragma once
+// Reading a panel's QSettings group back when the file may hold anything: a value of the wrong
+// kind, out of range or not finite gives the default, so a damaged settings file never puts a
+// control into a state the form could not reach. Groups are prefix + name, as the panels'
+// owners choose the prefix.
+
+#include <QColor>
+#include <QList>
+#include <QSettings>
+#include <QString>
+#include <QVariant>
+
+class QAbstractButton;
+class QComboBox;
+class QDoubleSpinBox;
+class QSpinBox;
+
+namespace rkBase {
+
+class PanelSettings
+{
+public:
+    explicit PanelSettings(const QString& prefix);
+
+    void beginGroup(const QString& name);
+    void endGroup();
+    QSettings& settings() { return m_settings; }
+
+    void write(const QString& key, const QVariant& value) { m_settings.setValue(key, value); }
+    void writeColor(const QString& key, const QColor& colour);
+
+    // "true"/"false", 1/0 or a bool; anything else gives def.
+    bool readBool(const QString& key, bool def) const;
+    int readInt(const QString& key, int def, int minimum, int maximum) const;
+    double readDouble(const QString& key, double def, double minimum, double maximum) const;
+    QString readString(const QString& key, const QString& def) const;
+    QColor readColor(const QString& key, const QColor& def) const;
+    QList<int> readIntList(const QString& key) const;
+
+    // The controls straight from a key, within the control's own range (signals are not blocked).
+    void readInto(QAbstractButton* check, const QString& key, bool def) const;
+    void readInto(QSpinBox* spin, const QString& key, int def) const;
+    void readInto(QDoubleSpinBox* spin, const QString& key, double def) const;
+
+private:
+    QSettings m_settings;
+    QString m_prefix;
+};
+
+} // namespace rkBase
