@@ -210,6 +210,8 @@ protected:
     // whether the two axis columns are still there.
     bool dropLostColumns();
     void setPageRemoved(const QString& pageName);
+    // The two "new attribute" buttons of the bins page: averages of the bins or their counts.
+    void createDecimationAttribute(bool binAverages);
     void applyZoom(double zoom);
     void connectAutomaticUpdate(bool on);
     MatrixData* findColumn(const QString& name) const;

@@ -225,7 +225,11 @@ void QCrossPlotWidget::slotUpdateDecimationSettings()
     crossPlot->updateChart();
 }
 
-void QCrossPlotWidget::slotCreateAttributeFromBinAverage()
+void QCrossPlotWidget::slotCreateAttributeFromBinAverage() { createDecimationAttribute(true); }
+
+void QCrossPlotWidget::slotCreateAttributeFromNumbOfDataPerBin() { createDecimationAttribute(false); }
+
+void QCrossPlotWidget::createDecimationAttribute(bool binAverages)
 {
     if (!dropLostColumns())
         return;
@@ -233,24 +237,13 @@ void QCrossPlotWidget::slotCreateAttributeFromBinAverage()
         relationshipModel->generateDataDecimation();
     const bool replaceOriginal =
         m_pqUi->dipDataDecimate_groupBox->isEnabled() && m_pqUi->m_paReplaceOriginal->isChecked();
-    if (replaceOriginal
+    // Only bin averages can take the place of the measured dips and azimuths: ask first.
+    if (binAverages && replaceOriginal
         && m_question(this, panelText("Create New Attributes"),
                       panelText("Do you really want to replace your original dip/azimuth data?"))
                != QMessageBox::Yes)
         return;
-    emit createDataDecimationAttribute(relationshipModel, true, replaceOriginal,
-                                       m_pqUi->m_paReplaceDecimated->isChecked(), horizontalData);
-}
-
-void QCrossPlotWidget::slotCreateAttributeFromNumbOfDataPerBin()
-{
-    if (!dropLostColumns())
-        return;
-    if (!relationshipModel->decimationData())
-        relationshipModel->generateDataDecimation();
-    const bool replaceOriginal =
-        m_pqUi->dipDataDecimate_groupBox->isEnabled() && m_pqUi->m_paReplaceOriginal->isChecked();
-    emit createDataDecimationAttribute(relationshipModel, false, replaceOriginal,
+    emit createDataDecimationAttribute(relationshipModel, binAverages, replaceOriginal,
                                        m_pqUi->m_paReplaceDecimated->isChecked(), horizontalData);
 }
 

@@ -50,6 +50,15 @@ class DerivedModel : public Model
 {
 };
 
+// A one-column sheet node of the type, with the cells given.
+std::unique_ptr<MatrixData> column(const char* name, QVariant::Type type, const QVariantList& cells)
+{
+    auto node = std::make_unique<MatrixData>(QString::fromLatin1(name), cells.size(), 1, type, true);
+    for (int r = 0; r < cells.size(); ++r)
+        node->setValue(r, 0, cells[r]);
+    return node;
+}
+
 // What the scatter chart's walkers ask a painter to draw for the model.
 QStringList drawnPoints(Model& model)
 {
@@ -243,12 +252,6 @@ void TestChartDrawingArea::colourAttributesReachTheirWalkers()
     QFETCH(bool, symbolOn);
     QFETCH(bool, symbolColourOnly);
     QFETCH(QString, expected);
-    auto column = [](const char* name, QVariant::Type type, const QVariantList& cells) {
-        auto node = std::make_unique<MatrixData>(QString::fromLatin1(name), cells.size(), 1, type, true);
-        for (int r = 0; r < cells.size(); ++r)
-            node->setValue(r, 0, cells[r]);
-        return node;
-    };
     auto x = column("x", QVariant::Double, {20.0, 40.0, 60.0});
     auto y = column("y", QVariant::Double, {30.0, 30.0, 30.0});
     auto tint = attributeType == int(QVariant::Color)
@@ -305,12 +308,6 @@ void TestChartDrawingArea::colourTypedTadpolesKeepTheWalkPen()
 {
     QFETCH(int, displayType);
     QFETCH(QString, selectedPen);
-    auto column = [](const char* name, QVariant::Type type, const QVariantList& cells) {
-        auto node = std::make_unique<MatrixData>(QString::fromLatin1(name), cells.size(), 1, type, true);
-        for (int r = 0; r < cells.size(); ++r)
-            node->setValue(r, 0, cells[r]);
-        return node;
-    };
     auto x = column("x", QVariant::Double, {20.0, 40.0, 60.0});
     auto y = column("y", QVariant::Double, {30.0, 30.0, 30.0});
     auto tint = column("tint", QVariant::Color, {QColor(Qt::red), QColor(Qt::green), QColor(Qt::red)});
