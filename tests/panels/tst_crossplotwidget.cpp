@@ -10,9 +10,16 @@
 #include <QDepthPlotWidget.h>
 #include <QUnitLineEdit.h>
 
+#include <DisplayUnitManager.h>
+#include <UnitRegistry.h>
+
 #include <QCheckBox>
 #include <QDoubleSpinBox>
 #include <QLabel>
+#include <QLineEdit>
+#include <QRegularExpression>
+#include <QSet>
+#include <QTableWidget>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScrollBar>
@@ -68,6 +75,10 @@ private slots:
     void samplingAboveRows();
     void boundaryEdits();
     void clustersAboveRows();
+    void clusterMeansTable();
+    void cursorLabelInDisplayUnits_data();
+    void cursorLabelInDisplayUnits();
+    void colourRangeReset();
     void columnLostWhileOpen();
     void depthTrackOffersDepthOnly();
 };
@@ -596,6 +607,84 @@ void TestCrossPlotWidget::clustersAboveRows()
     // Fewer than two points: the button is off.
     p.show("one", "one");
     QVERIFY(!p.child<QPushButton>("applyClusterGenerationPushButton")->isEnabled());
+}
+
+void TestCrossPlotWidget::clusterMeansTable()
+{
+    // Two tight groups far apart: the table shows the two means, whatever order k-means finds
+    // them in, under the headers of the two axes.
+    Sheet s;
+    s.add(QStringLiteral("x"), {1.0, 1.1, 0.9, 1.0, 9.0, 9.1, 8.9, 9.0});
+    s.add(QStringLiteral("y"), {2.0, 2.1, 1.9, 2.0, 7.0, 7.1, 6.9, 7.0});
+    Panel p(s);
+    p.show("x", "y");
+    p.child<QSpinBox>("numberOfClustersSpinBox")->setValue(2);
+    p.child<QPushButton>("applyClusterGenerationPushButton")->click();
+    p.w->updateClusterMeansTable();
+    auto* table = p.child<QTableWidget>("clusterMeansTableWidget");
+    QCOMPARE(table->columnCount(), 4);
+    QCOMPARE(table->horizontalHeaderItem(1)->text(), QStringLiteral("x"));
+    QCOMPARE(table->horizontalHeaderItem(2)->text(), QStringLiteral("y"));
+    QCOMPARE(table->horizontalHeaderItem(3)->text(), QStringLiteral("Distortion"));
+    QCOMPARE(table->rowCount(), 2);
+    QSet<QString> means;
+    for (int r = 0; r < 2; ++r)
+        means << table->item(r, 1)->text() + QLatin1Char('/') + table->item(r, 2)->text();
+    QCOMPARE(means, (QSet<QString>{QStringLiteral("1.00/2.00"), QStringLiteral("9.00/7.00")}));
+}
+
+void TestCrossPlotWidget::cursorLabelInDisplayUnits_data()
+{
+    QTest::addColumn<bool>("feet");
+    QTest::addColumn<QString>("expected");
+    // Porosity as a fraction shown in percent, depth in metres shown as stored or in feet.
+    QTest::newRow("metres") << false << "^\\(25(\\.0+)? %, 1000(\\.0+)? m\\)$";
+    QTest::newRow("feet") << true << "^\\(25(\\.0+)? %, 3280\\.8\\d* ft\\)$";
+}
+
+void TestCrossPlotWidget::cursorLabelInDisplayUnits()
+{
+    QFETCH(bool, feet);
+    QFETCH(QString, expected);
+    UnitRegistry registry;
+    registry.displayUnitManager()->setDisplayUnit(UnitRegistry::CATEGORY_FRACTION, 1);
+    if (feet)
+        registry.displayUnitManager()->setDisplayUnit(UnitRegistry::CATEGORY_ELEVATION, 1);
+    Sheet s;
+    s.root->setRegistry(&registry);
+    s.add(QStringLiteral("porosity"), {0.1, 0.2, 0.3})->setUnitManager(UnitRegistry::CATEGORY_FRACTION);
+    s.add(QStringLiteral("depth"), {990, 1000, 1010})->setUnitManager(UnitRegistry::CATEGORY_ELEVATION);
+    Panel p(s);
+    p.show("porosity", "depth");
+    p.w->updateCursorPosLabel(QPointF(0.25, 1000.0));
+    const QString text = p.child<QLabel>("cursorPos")->text();
+    QVERIFY2(QRegularExpression(expected).match(text).hasMatch(), qPrintable(text));
+}
+
+void TestCrossPlotWidget::colourRangeReset()
+{
+    // A colour attribute starts at its own range in 19 steps; "Expand Colour Map to Maximum Value
+    // Range" brings edited limits back; without one the edits say "---".
+    Sheet s;
+    fillXY(s, 3);
+    s.add(QStringLiteral("z"), {2.0, 21.0, 5.0});
+    Panel p(s);
+    p.activate("m_pqColorAttributeComboBox", QStringLiteral("z"));
+    auto* minimum = p.child<QLineEdit>("m_pqMinRange");
+    auto* maximum = p.child<QLineEdit>("m_pqMaxRange");
+    auto* step = p.child<QLineEdit>("m_pqIntervallSize");
+    p.show("x", "y");
+    QCOMPARE(minimum->text(), QStringLiteral("2.00000"));
+    QCOMPARE(maximum->text(), QStringLiteral("21.00000"));
+    QCOMPARE(step->text(), QStringLiteral("1.00000"));
+    minimum->setText(QStringLiteral("7"));
+    p.child<QRadioButton>("m_pqRedBlueRadioBtn")->setChecked(true);
+    p.child<QPushButton>("resetColorAttributeDisplay")->click();
+    QCOMPARE(minimum->text(), QStringLiteral("2.00000"));
+    QVERIFY(p.child<QRadioButton>("m_pqBlueRedRadioBtn")->isChecked());
+    p.activate("m_pqColorAttributeComboBox", QStringLiteral("None"));
+    p.w->resetDisplayColorAttribute();
+    QCOMPARE(minimum->text(), QStringLiteral("---"));
 }
 
 void TestCrossPlotWidget::columnLostWhileOpen()
