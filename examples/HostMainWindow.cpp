@@ -4,6 +4,8 @@
 
 #include <MatrixData.h>
 #include <QChartDrawingArea.h>
+#include <QCrossPlotWidget.h>
+#include <QDepthPlotWidget.h>
 #include <MatrixDataRestore.h>
 #include <QDataAnalyserDialog.h>
 #include <QModifyCellsDialog.h>
@@ -108,10 +110,30 @@ bool HostMainWindow::openCsv(const QString& fileName, bool quiet)
     }
     m_analyser->updateAllViews(false, false);
     m_analyser->hideShowOrientationWindows();
+    chooseChartColumns();
     statusBar()->showMessage(tr("%1: %2 rows, %3 columns").arg(QFileInfo(fileName).fileName())
                                  .arg(sheet->maxNumbOfSelectedRows(1, 0))
                                  .arg(sheet->childCount()));
     return true;
+}
+
+void HostMainWindow::chooseChartColumns()
+{
+    // What a petrophysicist looks at first on a well: porosity against depth in the cross plot,
+    // and the porosity log along measured depth in the depth track. A sheet without these columns
+    // keeps the panels' own choice. The cross plot's left axis is widened so that its title
+    // fits beside the tick labels.
+    if (rkBase::QCrossPlotWidget* cross = m_analyser->crossPlotChart()) {
+        cross->setCurrentHorizontalSelectedDataSet(QStringLiteral("Measured Depth"));
+        cross->setCurrentVerticalSelectedDataSet(QStringLiteral("Porosity"));
+        cross->setFixedAxisWidth(80, 55);
+    }
+    if (rkBase::QDepthPlotWidget* depth = m_analyser->depthPlotChart()) {
+        depth->setCurrentHorizontalSelectedDataSet(QStringLiteral("Porosity"));
+        depth->setCurrentVerticalSelectedDataSet(QStringLiteral("Measured Depth"));
+    }
+    m_analyser->resetChartsUpdateNeeded();
+    m_analyser->slotTabWidgetChanged();
 }
 
 bool HostMainWindow::showTab(const QString& key)

@@ -54,6 +54,9 @@ public slots:
     void updateUndoActions();
 
 private:
+    // The columns the chart tabs open on, chosen by name on a freshly loaded sheet.
+    void chooseChartColumns();
+
     rkBase::UnitRegistry* m_registry;
     rkBase::QDataAnalyserDialog* m_analyser;
     rkBase::QModifyCellsDialog* m_modifyCells = nullptr;

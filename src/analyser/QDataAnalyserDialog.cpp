@@ -1,10 +1,13 @@
 #include "QDataAnalyserDialog.h"
 
 #include "TabWidgetWithFloatingTabs.h"
+#include "WaitCursor.h"
 
 #include <DisplayUnitManager.h>
 #include <MatrixData.h>
 #include <QAttributeTreeView.h>
+#include <QCrossPlotWidget.h>
+#include <QDepthPlotWidget.h>
 #include <QFinalPolish.h>
 #include <QRKEBarChartWidget.h>
 #include <QSelectCellsDialog.h>
@@ -38,29 +41,6 @@
 
 namespace rkBase {
 
-namespace {
-// Keys of the chart tabs, in the order slotTabWidgetChanged compares them, with the index of
-// their stale flag (cross plot, bar chart, histogram, rose, stereo, tangent, depth).
-struct ChartKey {
-    const char* key;
-    int flag;
-};
-const ChartKey kChartKeys[] = {{"BARCHART", 1},   {"HISTOGRAM", 2},   {"CROSSPLOT", 0},  {"ROSEPLOT", 3},
-                               {"STEREOPLOT", 4}, {"TANGENTPLOT", 5}, {"WELLLOGPLOT", 6}};
-
-// The order in which the chart combo boxes are refilled.
-const MatrixData::AttributeCollection kChartCollections[] = {MatrixData::SymbolAttributes, MatrixData::NumericAttributes,
-                                                             MatrixData::OrientationAttributes, MatrixData::ColorAttributes,
-                                                             MatrixData::PitchAndGroupAttributes};
-
-class WaitCursor
-{
-public:
-    WaitCursor() { QGuiApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~WaitCursor() { QGuiApplication::restoreOverrideCursor(); }
-};
-} // namespace
-
 QDataAnalyserDialog::QDataAnalyserDialog(QWidget* parent)
     : QWidget(parent), m_dataRoot(new MatrixData(QStringLiteral("Data Root"), -1, -1, QVariant::String, true)),
       m_settingsGroup(QStringLiteral("defaultSettingsGroup")), m_settingsMainGroup(QStringLiteral("attribute_analyser"))
@@ -88,8 +68,9 @@ MatrixData* QDataAnalyserDialog::createMatrixData(const QString& name, const QSt
 }
 
 void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tableMenu, UnitRegistry* registry,
-                                     Qt::Orientation splitterOrientation, bool, bool, bool, bool withBarChart, bool,
-                                     bool, int minMaxMode, bool withFieldData, bool hideCoordinateColumns)
+                                     Qt::Orientation splitterOrientation, bool crossPlotDefaultsToFirstEntry, bool,
+                                     bool withDepthPlot, bool withBarChart, bool, bool withCrossPlot, int minMaxMode,
+                                     bool withFieldData, bool hideCoordinateColumns)
 {
     if (m_dataRoot && !m_dataRoot->registry())
         m_dataRoot->setRegistry(registry);
@@ -145,14 +126,24 @@ void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tab
         createTreeWidget();
         if (withBarChart)
             createBarDiagram(chartSettingsKey);
+        if (withCrossPlot)
+            createRelationshipChart(chartSettingsKey);
+        if (withDepthPlot)
+            createDepthPlot(chartSettingsKey);
     } else {
         createMohrDiagramChart(chartSettingsKey);
+        if (withDepthPlot)
+            createDepthPlot(chartSettingsKey);
         if (withBarChart)
             createBarDiagram(chartSettingsKey);
+        if (withCrossPlot)
+            createRelationshipChart(chartSettingsKey);
         createTableWidget(m_tableMenu, minMaxMode, withFieldData);
         createTreeWidget();
     }
 
+    if (m_crossPlotChart)
+        m_crossPlotChart->defaultComboBoxSelectionFromTopEntries(crossPlotDefaultsToFirstEntry);
     QFinalPolish(this);
     readSettings(m_settingsMainGroup);
     untickHiddenColumns(hideCoordinateColumns);
@@ -166,9 +157,7 @@ void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tab
         m_minMaxVertexTable->resetEmpty();
     }
     syncColumnWidths();
-    for (MatrixData::AttributeCollection collection : kChartCollections)
-        updateChartDataSetSelectionBox(collection);
-    updateFilterComboBox();
+    refillChartSelectionBoxes();
     slotTabWidgetChanged();
 }
 
@@ -299,24 +288,6 @@ void QDataAnalyserDialog::createTreeWidget()
     m_treeView->expandAll();
 }
 
-void QDataAnalyserDialog::createBarDiagram(const QString& chartSettingsKey)
-{
-    auto* page = new QWidget;
-    page->setObjectName(QStringLiteral("BARCHART"));
-    const QIcon icon(QStringLiteral(":/rkBaseQt/Resources/chart_bar.png"));
-    page->setWindowIcon(icon);
-    m_tabWidget->addTab(page, icon, QCoreApplication::translate("AttributeBrowser", "Bar Chart"));
-    auto* layout = new QGridLayout(page);
-    layout->setContentsMargins(0, 0, 0, 0);
-    m_barSplitter = new QSplitter(Qt::Vertical, page);
-    layout->addWidget(m_barSplitter, 0, 0);
-    m_barChart = new QRKEBarChartWidget(m_dataRoot, chartSettingsKey, m_barSplitter, 0, m_withFieldData);
-    m_barSplitter->addWidget(m_barChart);
-    m_barSplitter->addWidget(new QFrame(m_barSplitter));
-    page->setBackgroundRole(QPalette::ColorRole(9));
-    m_barChart->resetAxesColor();
-}
-
 bool QDataAnalyserDialog::createFaultTDEToolTab(const QString&)
 {
     return false;
@@ -344,6 +315,10 @@ void QDataAnalyserDialog::changeDataRoot(MatrixData* root)
     m_treeItemModel->setDataRoot(root);
     if (m_barChart)
         m_barChart->setDataRoot(root);
+    if (m_depthPlot)
+        m_depthPlot->setDataRoot(root);
+    if (m_crossPlotChart)
+        m_crossPlotChart->setDataRoot(root);
     hideShowOrientationWindows();
 }
 
@@ -393,11 +368,6 @@ void QDataAnalyserDialog::hideShowOrientationWindows()
     }
 }
 
-void QDataAnalyserDialog::setLightMode()
-{
-    // The advanced parts to remove live in the chart panels; with none built there is nothing.
-}
-
 void QDataAnalyserDialog::setUltraLightMode()
 {
     if (m_tabWidget) {
@@ -444,18 +414,6 @@ void QDataAnalyserDialog::resizeEvent(QResizeEvent* event)
     QWidget::resizeEvent(event);
     if (m_resetSplittersOnResize)
         m_splitterResetPending = true;
-}
-
-void QDataAnalyserDialog::resetSplitterRatios()
-{
-    // A window without a bar chart never resets its splitters.
-    if (!m_splitterResetPending || !m_barSplitter)
-        return;
-    const QList<int> sizes{m_tabWidget ? m_tabWidget->height() : 0, 0};
-    for (QSplitter* splitter : {m_barSplitter})
-        if (splitter)
-            splitter->setSizes(sizes);
-    m_splitterResetPending = false;
 }
 
 QList<unsigned long long> QDataAnalyserDialog::getTableIdOrder() const
@@ -511,159 +469,6 @@ void QDataAnalyserDialog::setRegistry(UnitRegistry* registry)
 // ---------------------------------------------------------------------------------------------
 // Updates
 
-void QDataAnalyserDialog::resetChartsUpdateNeeded()
-{
-    std::fill(std::begin(m_chartsUpdateNeeded), std::end(m_chartsUpdateNeeded), true);
-}
-
-void QDataAnalyserDialog::markAllChartsForUpdate()
-{
-    resetChartsUpdateNeeded();
-}
-
-bool QDataAnalyserDialog::isCurrentTab(const char* key) const
-{
-    QWidget* page = m_tabWidget ? m_tabWidget->currentWidget() : nullptr;
-    return page && page->objectName() == QLatin1String(key);
-}
-
-void QDataAnalyserDialog::runChartUpdate(int flag)
-{
-    switch (flag) {
-    case 0:
-        updateRelationshipData();
-        break;
-    case 1:
-        updateBarChart();
-        break;
-    case 2:
-        updateHistogramData();
-        break;
-    case 3:
-        updateRoseChartData();
-        break;
-    case 4:
-        updateStereoChartData();
-        break;
-    case 5:
-        updateTangentChartData();
-        break;
-    case 6:
-        updateDepthPlotData();
-        break;
-    default:
-        break;
-    }
-}
-
-void QDataAnalyserDialog::slotTabWidgetChanged()
-{
-    if (!m_tabWidget)
-        return;
-    QWidget* page = m_tabWidget->currentWidget();
-    resetSplitterRatios();
-    if (!page)
-        return;
-    const QString key = page->objectName();
-    for (const ChartKey& k : kChartKeys) {
-        if (key != QLatin1String(k.key))
-            continue;
-        // Only the chart in front catches up; the others stay stale until their tabs are shown.
-        if (m_chartsUpdateNeeded[k.flag])
-            runChartUpdate(k.flag);
-        m_chartsUpdateNeeded[k.flag] = false;
-        return;
-    }
-}
-
-std::vector<int> QDataAnalyserDialog::chartDataRows() const
-{
-    if (!m_vertexTable)
-        return std::vector<int>();
-    std::vector<int> rows = m_vertexTable->selectedRows(0);
-    if (rows.empty() && m_validCellsOnlyGroupBox && m_validCellsOnlyGroupBox->isChecked())
-        rows = m_vertexTable->validCellRows();
-    return rows;
-}
-
-// Each chart's update: a guard, the wait cursor, the rows the table selects, and the hand-over
-// to the chart panel. Bar chart, histogram and rose guard on their tab even when called
-// directly, so that a selection never rebuilds a chart nobody sees. tabKey is null for the
-// charts that guard on their panel instead. For the charts whose panels are not built yet the
-// rows are read and nothing takes them.
-void QDataAnalyserDialog::handOverChartRows(const char* tabKey)
-{
-    if (tabKey && !isCurrentTab(tabKey))
-        return;
-    WaitCursor wait;
-    const std::vector<int> rows = chartDataRows();
-    Q_UNUSED(rows)
-}
-
-void QDataAnalyserDialog::updateRelationshipData()
-{
-    handOverChartRows(nullptr);
-}
-
-void QDataAnalyserDialog::updateDepthPlotData()
-{
-    // Guarded by its panel, which this window does not have.
-}
-
-void QDataAnalyserDialog::updateHistogramData()
-{
-    handOverChartRows("HISTOGRAM");
-}
-
-void QDataAnalyserDialog::updateRoseChartData()
-{
-    handOverChartRows("ROSEPLOT");
-}
-
-void QDataAnalyserDialog::updateStereoChartData()
-{
-    // Guarded by its panel, which this window does not have.
-}
-
-void QDataAnalyserDialog::updateTangentChartData()
-{
-    // Guarded by its panel, which this window does not have.
-}
-
-void QDataAnalyserDialog::updateBarChart()
-{
-    if (!m_barChart || !isCurrentTab("BARCHART"))
-        return;
-    WaitCursor wait;
-    m_barChart->updateView(chartDataRows(), true);
-}
-
-void QDataAnalyserDialog::updateChartDataSetSelectionBoxes()
-{
-    if (m_dataRoot && m_dataRoot->numberOfSelectedItems() == 0) {
-        if (m_vertexTable)
-            m_vertexTable->resetEmpty();
-        if (m_minMaxVertexTable)
-            m_minMaxVertexTable->resetEmpty();
-    }
-    for (MatrixData::AttributeCollection collection : kChartCollections)
-        updateChartDataSetSelectionBox(collection);
-    updateFilterComboBox();
-    slotTabWidgetChanged();
-}
-
-void QDataAnalyserDialog::updateChartDataSetSelectionBox(MatrixData::AttributeCollection collection)
-{
-    if (!m_dataRoot)
-        return;
-    QList<QString> names;
-    QList<int> ids;
-    QList<QColor> colors;
-    m_dataRoot->getDataSetSelectionBoxItems(names, ids, colors, collection, false);
-    // Each chart panel takes its lists here once it exists.
-    resetChartsUpdateNeeded();
-}
-
 void QDataAnalyserDialog::updateFilterComboBox()
 {
     if (!m_filterComboBox || !m_dataRoot)
@@ -680,19 +485,6 @@ void QDataAnalyserDialog::updateFilterComboBox()
     }
     if (m_proxyModel)
         m_proxyModel->setFilterKeyColumn(0);
-}
-
-void QDataAnalyserDialog::setFilterKeyColumn()
-{
-    if (!m_proxyModel)
-        return;
-    WaitCursor wait;
-    m_proxyModel->setFilterEmptyCells(m_validCellsOnlyGroupBox->isChecked());
-    m_proxyModel->setFilterKeyColumn(std::abs(m_filterComboBox->currentData().toInt()));
-    // The orientation and cross-plot panels show only the valid rows (1) or highlight the
-    // selection among all rows (2); none is built into this window yet.
-    resetChartsUpdateNeeded();
-    slotTabWidgetChanged();
 }
 
 void QDataAnalyserDialog::updateAllViews(bool wellMarkerMode, bool emitSignalDataModified)
@@ -719,9 +511,7 @@ void QDataAnalyserDialog::updateAllViews(bool wellMarkerMode, bool emitSignalDat
     m_vertexTable->slotClearSelection();
     m_minMaxVertexTable->slotClearSelection();
     syncColumnWidths();
-    for (MatrixData::AttributeCollection collection : kChartCollections)
-        updateChartDataSetSelectionBox(collection);
-    updateFilterComboBox();
+    refillChartSelectionBoxes();
     slotTabWidgetChanged();
     if (emitSignalDataModified)
         emit dataModified(true);
@@ -764,36 +554,6 @@ void QDataAnalyserDialog::initializeFieldDataSheet(bool)
     // Field-data sheets are made by the derived-attribute tools, which come later.
 }
 
-void QDataAnalyserDialog::checkResetChartsUpdateNeeded()
-{
-    if (!m_vertexTable)
-        return;
-    // Lengths only: a new selection of the same size leaves the charts as they are. The cross
-    // plot's selection is empty while this window has no cross plot.
-    const std::vector<int> table = m_vertexTable->selectedRows(0);
-    const std::vector<int> crossPlot;
-    if (table.size() != crossPlot.size())
-        resetChartsUpdateNeeded();
-}
-
-void QDataAnalyserDialog::setNewRowSelectionFromGraphicalSelection(const boost::dynamic_bitset<>& rows)
-{
-    if (m_vertexTable) {
-        m_vertexTable->slotRowsSelected(rows);
-        m_vertexTable->setNewRowSelection(rows);
-        resetChartsUpdateNeeded();
-    }
-}
-
-void QDataAnalyserDialog::setNewRowSelectionFromGraphicalStressAnalysisSelection(const boost::dynamic_bitset<>& rows)
-{
-    if (m_vertexTable) {
-        m_vertexTable->slotRowsSelected(rows);
-        m_vertexTable->setNewRowSelection(rows);
-    }
-    resetChartsUpdateNeeded();
-}
-
 void QDataAnalyserDialog::slotDataModified(bool)
 {
     resetChartsUpdateNeeded();
@@ -830,25 +590,6 @@ void QDataAnalyserDialog::focusInEvent(QFocusEvent* event)
 {
     QWidget::focusInEvent(event);
     enablePasteAction();
-}
-
-void QDataAnalyserDialog::copyToClipboard()
-{
-    if (m_barChart && isCurrentTab("BARCHART")) {
-        m_barChart->copyToClipboard();
-        if (m_pasteAction)
-            m_pasteAction->setEnabled(false);
-        return;
-    }
-    if (!m_vertexTable || !m_tabWidget || !m_tabWidget->currentWidget()
-        || m_tabWidget->currentWidget()->objectName() != QLatin1String("TABLE"))
-        return;
-    QMimeData* mime = m_vertexTable->getSelectedData();
-    if (!mime)
-        return;
-    QApplication::clipboard()->setMimeData(mime);
-    if (m_pasteAction)
-        m_pasteAction->setEnabled(true);
 }
 
 void QDataAnalyserDialog::pasteFromClipboard()
@@ -1193,6 +934,10 @@ void QDataAnalyserDialog::readSettings(const QString& mainGroup)
     settings.endGroup();
     if (m_barChart)
         m_barChart->readSettings(settingsPath() + QStringLiteral("/barchart/"));
+    if (m_crossPlotChart)
+        m_crossPlotChart->readSettings(settingsPath() + QStringLiteral("/cross_plot/"));
+    if (m_depthPlot)
+        m_depthPlot->readSettings(settingsPath() + QStringLiteral("/well_log_plot/"));
 }
 
 void QDataAnalyserDialog::saveSettings()
@@ -1208,6 +953,10 @@ void QDataAnalyserDialog::saveSettings()
     }
     if (m_barChart)
         m_barChart->writeSettings();
+    if (m_crossPlotChart)
+        m_crossPlotChart->writeSettings();
+    if (m_depthPlot)
+        m_depthPlot->writeSettings();
 }
 
 // ---------------------------------------------------------------------------------------------

@@ -26,6 +26,8 @@ namespace rkBase {
 
 class DisplayUnitManager;
 class QAttributeTreeView;
+class QCrossPlotWidget;
+class QDepthPlotWidget;
 class QRKEBarChartWidget;
 class QRelationshipItemModel;
 class QSelectCellsDialog;
@@ -62,6 +64,10 @@ public:
     void createTreeWidget();
     // The "BARCHART" page with its panel; chartSettingsKey goes to the panel.
     void createBarDiagram(const QString& chartSettingsKey);
+    // The "CROSSPLOT" page with its cross plot panel, and the "WELLLOGPLOT" page with its depth
+    // track. The panels keep their settings under the window's group (see readSettings).
+    void createRelationshipChart(const QString& chartSettingsKey);
+    void createDepthPlot(const QString& chartSettingsKey);
     QMenu* createDefaultPopupMenu();
 
     void showTab(const QString& key, const QString& title);
@@ -104,6 +110,8 @@ public:
     QVertexMinMaxItemModel* minMaxVertexItemModel() const { return m_minMaxVertexItemModel; }
     QGroupBox* validCellsOnlyGroupBox() const { return m_validCellsOnlyGroupBox; }
     QRKEBarChartWidget* barChart() const { return m_barChart; }
+    QCrossPlotWidget* crossPlotChart() const { return m_crossPlotChart; }
+    QDepthPlotWidget* depthPlotChart() const { return m_depthPlot; }
     QComboBox* filterComboBox() const { return m_filterComboBox; }
     QAction* pasteAction() const { return m_pasteAction; }
     QString fileName() const { return m_fileName; }
@@ -194,6 +202,11 @@ private:
     bool isCurrentTab(const char* key) const;
     void runChartUpdate(int flag);
     void handOverChartRows(const char* tabKey);
+    void handOverPanelData(QCrossPlotWidget* panel);
+    void refillChartSelectionBoxes();
+    // A chart page with the key as objectName, its icon and title, and the vertical splitter
+    // that holds its panel above an empty frame.
+    QSplitter* addChartPage(const char* key, const QString& iconFile, const QString& title);
     void setAllScatMarkersVisibility(bool visible);
     void setAllDecimatedDipAzimuthMarkersVisibility(bool visible);
     void setAllTopMarkersVisibility(bool visible);
@@ -201,6 +214,7 @@ private:
 
     bool m_resetSplittersOnResize = true;
     bool m_splitterResetPending = true;
+    QDepthPlotWidget* m_depthPlot = nullptr;
     DisplayUnitManager* m_displayUnitManager = nullptr;
     bool m_withFieldData = false;
     QString m_absolutePath;
@@ -220,7 +234,10 @@ private:
     QVertexMinMaxItemModel* m_minMaxVertexItemModel = nullptr;
     QSplitter* m_treeSplitter = nullptr;
     QRKEBarChartWidget* m_barChart = nullptr;
+    QCrossPlotWidget* m_crossPlotChart = nullptr;
     QSplitter* m_barSplitter = nullptr;
+    QSplitter* m_crossPlotSplitter = nullptr;
+    QSplitter* m_depthSplitter = nullptr;
     int m_currentSymbolItem = 0;
     int m_currentColorItem = 0;
     QAction* m_pasteAction = nullptr;

@@ -326,7 +326,8 @@ void QCrossPlotWidget::slotDataPointsSelection(const boost::dynamic_bitset<>& ro
         selectedRows.clear();
         for (auto r = rows.find_first(); r != boost::dynamic_bitset<>::npos; r = rows.find_next(r))
             selectedRows.push_back(static_cast<int>(r));
-        updateRelationshipDiagramSettings(true);
+        updateRelationshipDiagramSettings(false);
+        crossPlot->scheduleRedraw();
         emit dataPointsSelection(rows);
         return;
     }

@@ -154,6 +154,13 @@ public:
     QAction* modifyAction() const { return m_modifyAction; }
     void changeHeaderTitle(const QString& text);
     void updateChart();
+    // The raster is rebuilt at the next paint rather than now: for changes that come in bursts
+    // (a lasso's selection, then the table's answer), so that a million points are drawn once.
+    void scheduleRedraw()
+    {
+        m_redrawNeeded = true;
+        update();
+    }
     // The context menu as the user would get it; the caller owns it.
     QMenu* createContextMenu();
 

@@ -108,7 +108,7 @@ void TestDataAnalyserDialog::setUp()
 {
     UnitRegistry registry;
     auto d = makeDialog(registry);
-    QCOMPARE(tabKeys(*d), (QStringList{"TABLE", "BARCHART"}));
+    QCOMPARE(tabKeys(*d), (QStringList{"TABLE", "BARCHART", "CROSSPLOT", "WELLLOGPLOT"}));
     QVERIFY(d->pasteAction());
     QVERIFY(!d->pasteAction()->isEnabled());
     QCOMPARE(d->vertexTable()->menu()->title(), QStringLiteral("Default Menu"));
@@ -151,7 +151,7 @@ void TestDataAnalyserDialog::barChartTab()
     QCOMPARE(page != nullptr, withBarChart);
     QCOMPARE(d->barChart() != nullptr, withBarChart);
     if (!withBarChart) {
-        QCOMPARE(tabKeys(*d), QStringList{"TABLE"});
+        QCOMPARE(tabKeys(*d), (QStringList{"TABLE", "CROSSPLOT", "WELLLOGPLOT"}));
         d->updateBarChart(); // nothing to route to
         d->resetSplitterRatios();
         return;
@@ -188,18 +188,17 @@ void TestDataAnalyserDialog::orientationTabs()
     UnitRegistry registry;
     auto d = makeDialog(registry);
     QWidget* stereo = addPage(*d, QStringLiteral("STEREOPLOT"));
-    addPage(*d, QStringLiteral("WELLLOGPLOT"));
     d->hideShowOrientationWindows(); // no orientation data in the test sheet
-    QCOMPARE(tabKeys(*d), (QStringList{"TABLE", "BARCHART", "WELLLOGPLOT"}));
+    QCOMPARE(tabKeys(*d), (QStringList{"TABLE", "BARCHART", "CROSSPLOT", "WELLLOGPLOT"}));
     QVERIFY(!stereo->isVisible());
     auto* group = d->dataRoot()->child(0);
     group->appendChild(new MatrixData(QStringLiteral("dip"), 3, 1, QVariant::Double, true), false);
     d->hideShowOrientationWindows();
     d->hideShowOrientationWindows(); // twice adds no second copy
-    QCOMPARE(tabKeys(*d), (QStringList{"TABLE", "BARCHART", "WELLLOGPLOT", "STEREOPLOT"}));
+    QCOMPARE(tabKeys(*d), (QStringList{"TABLE", "BARCHART", "CROSSPLOT", "WELLLOGPLOT", "STEREOPLOT"}));
     d->hideTab(QStringLiteral("NOSUCHTAB"));
     d->showTab(QStringLiteral("NOSUCHTAB"), QStringLiteral("x"));
-    QCOMPARE(d->tabWidget()->count(), 4);
+    QCOMPARE(d->tabWidget()->count(), 5);
 }
 
 void TestDataAnalyserDialog::ultraLightMode()

@@ -1,7 +1,10 @@
 // The demo host as a user drives it: open files good and bad, edit, undo and redo.
 #include <HostMainWindow.h>
 #include <MatrixData.h>
+#include <QCrossPlot.h>
+#include <QCrossPlotWidget.h>
 #include <QDataAnalyserDialog.h>
+#include <QDepthPlotWidget.h>
 #include <QRKEBarChartWidget.h>
 #include <QVertexItemModel.h>
 
@@ -22,6 +25,8 @@ private slots:
     void badFiles();
     void tabsAndSelection_data();
     void tabsAndSelection();
+    void chartTabs_data();
+    void chartTabs();
 };
 
 namespace {
@@ -121,6 +126,35 @@ void TestHostMainWindow::tabsAndSelection()
     QCOMPARE(bar->barDiagram()->data().rowCount(), barRows);
     if (first > 0 && first <= 3000)
         QCOMPARE(bar->rows().front(), first - 1);
+}
+
+void TestHostMainWindow::chartTabs_data()
+{
+    QTest::addColumn<QString>("tab");
+    QTest::addColumn<QString>("horizontal");
+    QTest::addColumn<QString>("vertical");
+    QTest::newRow("cross plot") << "CROSSPLOT" << "Measured Depth" << "Porosity";
+    QTest::newRow("depth plot") << "WELLLOGPLOT" << "Porosity" << "Measured Depth";
+}
+
+void TestHostMainWindow::chartTabs()
+{
+    QFETCH(QString, tab);
+    QFETCH(QString, horizontal);
+    QFETCH(QString, vertical);
+    HostMainWindow w;
+    QVERIFY(w.openCsv(QStringLiteral(RK_SAMPLE_CSV), true));
+    QVERIFY(w.selectRows(1001, 1400));
+    QVERIFY(w.showTab(tab));
+    rkBase::QCrossPlotWidget* panel = tab == QLatin1String("CROSSPLOT")
+                                          ? w.analyser()->crossPlotChart()
+                                          : static_cast<rkBase::QCrossPlotWidget*>(w.analyser()->depthPlotChart());
+    QVERIFY(panel && panel->horizontalDataSet() && panel->verticalDataSet());
+    QCOMPARE(panel->horizontalDataSet()->name(), horizontal);
+    QCOMPARE(panel->verticalDataSet()->name(), vertical);
+    QCOMPARE(panel->model()->pointCount(), 3000);
+    QCOMPARE(panel->model()->numberOfSelectedPoints(), 400);
+    QCOMPARE(w.currentChart(), static_cast<rkBase::QChartDrawingArea*>(panel->drawingArea()));
 }
 
 QTEST_MAIN(TestHostMainWindow)
