@@ -12,10 +12,13 @@
 #include <UnitManager.h>
 #include <UnitRegistry.h>
 
+#include <QCheckBox>
 #include <QDoubleSpinBox>
 #include <QSignalSpy>
 #include <QSlider>
 #include <QSpinBox>
+#include <QSplitter>
+#include <QVBoxLayout>
 #include <QtTest>
 
 #include <cmath>
@@ -57,6 +60,7 @@ private slots:
     void doubleSliderInStep_data();
     void doubleSliderInStep();
     void toolBoxMarksTheOpenPage();
+    void toolBoxKeepsItsPagesWhole();
 };
 
 void TestPanelInputs::aFormPlacesThem()
@@ -269,6 +273,29 @@ void TestPanelInputs::toolBoxMarksTheOpenPage()
     other.setColor(QPalette::HighlightedText, Qt::yellow);
     box.setPalette(other);
     QVERIFY(box.openMarker().cacheKey() != before && marked());
+}
+
+// In a splitter beside a chart the box gets at least the width its widest page needs: a side
+// panel squeezed to the splitter's starting share shows every check box's text whole.
+void TestPanelInputs::toolBoxKeepsItsPagesWhole()
+{
+    QSplitter splitter;
+    auto* chart = new QWidget;
+    splitter.addWidget(chart);
+    auto* box = new QDecoratedToolBox;
+    auto* page = new QWidget;
+    auto* layout = new QVBoxLayout(page);
+    auto* wide = new QCheckBox(QStringLiteral("Show cross plot points with defined symbols only"));
+    layout->addWidget(wide);
+    box->addItem(page, QStringLiteral("Display"));
+    box->addItem(new QWidget, QStringLiteral("Data Statistics"));
+    splitter.addWidget(box);
+    splitter.resize(800, 400);
+    splitter.setSizes({650, 150});
+    splitter.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&splitter));
+    QTRY_VERIFY(wide->width() >= wide->sizeHint().width());
+    QVERIFY(box->width() > 150);
 }
 
 QTEST_MAIN(TestPanelInputs)

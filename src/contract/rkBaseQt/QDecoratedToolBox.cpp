@@ -4,6 +4,9 @@
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
+#include <QStyle>
+
+#include <algorithm>
 
 namespace {
 
@@ -90,4 +93,19 @@ void QDecoratedToolBox::markPages()
     const int open = currentIndex();
     for (int i = 0; i < count(); ++i)
         setItemIcon(i, i == open ? m_open : m_closed);
+}
+
+QSize QDecoratedToolBox::minimumSizeHint() const
+{
+    QSize size = QToolBox::minimumSizeHint();
+    int widest = 0;
+    for (int i = 0; i < count(); ++i)
+        if (const QWidget* page = widget(i))
+            widest = std::max(widest, page->minimumSizeHint().width());
+    if (widest <= 0)
+        return size;
+    // Each page sits in a scroll area: room for its frame and a vertical scroll bar besides.
+    const int extra = 2 * frameWidth() + style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 4;
+    size.setWidth(std::max(size.width(), widest + extra));
+    return size;
 }

@@ -7,6 +7,10 @@
 //
 // The header icons are the box's markers: an icon set on a page is replaced when the open page
 // changes.
+//
+// A page never cuts its controls sideways: the box asks for the width its widest page needs
+// (QToolBox alone lets a narrow side panel scroll check boxes out of sight), and pages scroll
+// only up and down.
 
 #include <QIcon>
 #include <QToolBox>
@@ -21,6 +25,8 @@ public:
     // The markers the headers carry.
     QIcon openMarker() const { return m_open; }
     QIcon closedMarker() const { return m_closed; }
+
+    QSize minimumSizeHint() const override;
 
 protected:
     void itemInserted(int index) override;
