@@ -1,5 +1,6 @@
 #include "QDecoratedToolBox.h"
 
+#include <QComboBox>
 #include <QEvent>
 #include <QPainter>
 #include <QPainterPath>
@@ -64,6 +65,14 @@ QDecoratedToolBox::~QDecoratedToolBox() = default;
 void QDecoratedToolBox::itemInserted(int index)
 {
     QToolBox::itemInserted(index);
+    // A selection box fills with the sheet's column names: without this, one long name would
+    // widen the page, and with it the whole side panel.
+    if (QWidget* page = widget(index)) {
+        for (QComboBox* box : page->findChildren<QComboBox*>()) {
+            box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+            box->setMinimumContentsLength(kBoxCharacters);
+        }
+    }
     markPages();
 }
 
@@ -106,6 +115,6 @@ QSize QDecoratedToolBox::minimumSizeHint() const
         return size;
     // Each page sits in a scroll area: room for its frame and a vertical scroll bar besides.
     const int extra = 2 * frameWidth() + style()->pixelMetric(QStyle::PM_ScrollBarExtent) + 4;
-    size.setWidth(std::max(size.width(), widest + extra));
+    size.setWidth(std::max(size.width(), std::min(widest + extra, kMostWidth)));
     return size;
 }

@@ -9,8 +9,9 @@
 // changes.
 //
 // A page never cuts its controls sideways: the box asks for the width its widest page needs
-// (QToolBox alone lets a narrow side panel scroll check boxes out of sight), and pages scroll
-// only up and down.
+// (QToolBox alone lets a narrow side panel scroll check boxes out of sight), up to kMostWidth so
+// that a window still fits a small screen; the selection boxes of its pages show at least
+// kBoxCharacters characters and do not grow with long column names.
 
 #include <QIcon>
 #include <QToolBox>
@@ -27,6 +28,9 @@ public:
     QIcon closedMarker() const { return m_closed; }
 
     QSize minimumSizeHint() const override;
+
+    static constexpr int kMostWidth = 360;
+    static constexpr int kBoxCharacters = 12;
 
 protected:
     void itemInserted(int index) override;
