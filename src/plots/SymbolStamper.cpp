@@ -33,6 +33,8 @@ SymbolStamper::SymbolStamper(ShapeFunction shape) : m_shape(shape) {}
 bool SymbolStamper::begin(QPainter* painter)
 {
     end();
+    // A new painter may differ in antialiasing, which the last sprite's key does not show.
+    m_lastStyle = -1;
     if (!painter || !painter->isActive() || !painter->device())
         return false;
     QPaintDevice* device = painter->device();
@@ -83,6 +85,23 @@ void SymbolStamper::end()
 }
 
 const SymbolStamper::Sprite* SymbolStamper::sprite(int style, int size, const QPen& pen, const QBrush& brush)
+{
+    // A walk asks a million times with the painter's own pen and brush: the very same objects as
+    // last time (a pointer comparison inside QPen and QBrush) need no look at their colours.
+    if (m_last >= 0 && m_last < static_cast<int>(m_sprites.size()) && style == m_lastStyle && size == m_lastSize
+        && pen == m_lastPen && brush == m_lastBrush)
+        return &m_sprites[m_last];
+    const Sprite* found = lookUp(style, size, pen, brush);
+    if (found) {
+        m_lastStyle = style;
+        m_lastSize = size;
+        m_lastPen = pen;
+        m_lastBrush = brush;
+    }
+    return found;
+}
+
+const SymbolStamper::Sprite* SymbolStamper::lookUp(int style, int size, const QPen& pen, const QBrush& brush)
 {
     const Qt::BrushStyle bs = brush.style();
     if (bs != Qt::NoBrush && bs != Qt::SolidPattern)

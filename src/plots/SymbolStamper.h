@@ -60,6 +60,7 @@ private:
     };
 
     const Sprite* sprite(int style, int size, const QPen& pen, const QBrush& brush);
+    const Sprite* lookUp(int style, int size, const QPen& pen, const QBrush& brush);
     void blend(const Sprite& s, int x, int y);
 
     ShapeFunction m_shape;
@@ -74,6 +75,11 @@ private:
     QImage m_clipMask; // Alpha8 coverage of the clip, null without a clip
     std::vector<Sprite> m_sprites;
     int m_last = -1;
+    // What m_last was found for.
+    int m_lastStyle = -1;
+    int m_lastSize = -1;
+    QPen m_lastPen;
+    QBrush m_lastBrush;
 };
 
 } // namespace rkBase
