@@ -2,6 +2,8 @@
 // outline copied into a temporary one-column point node, then pointInOrOut for every point's
 // pixel. The points are the R2 low-discrepancy sequence over a 1000 x 800 raster and the lasso
 // a wobbly loop round its centre, both as bench/anchor_lasso.py builds them.
+#include "LassoOutline.h"
+
 #include <MatrixData.h>
 
 #include <benchmark/benchmark.h>
@@ -14,17 +16,6 @@
 using rkBase::MatrixData;
 
 namespace {
-
-std::vector<QPointF> lassoOutline(int n)
-{
-    std::vector<QPointF> outline;
-    for (int i = 0; i < n; ++i) {
-        const double a = 2 * M_PI * i / n;
-        const double r = 300 + 60 * std::sin(7 * a) + 25 * std::cos(23 * a);
-        outline.emplace_back(500 + r * std::cos(a), 400 + 0.8 * r * std::sin(a));
-    }
-    return outline;
-}
 
 std::vector<QPointF> rasterPoints(int n)
 {

@@ -3,6 +3,8 @@
 // the polygon picks. The reference below is that plain walk over all edges; random outlines of
 // every awkward kind are compared against it point by point. Then the prepared outline's life:
 // rebuilt whenever the column changes, and small enough per point to be worth having.
+#include "LassoOutline.h"
+
 #include <CellColumn.h>
 #include <LassoEdgeTable.h>
 #include <MatrixData.h>
@@ -253,17 +255,6 @@ QString describe(const std::vector<QPointF>& rows, const QPointF& point)
         .arg(parts.join(QLatin1Char(' ')));
 }
 
-// A closed wobbly loop of n vertices round (500, 400), as bench_lasso draws it.
-std::vector<QPointF> drawnLasso(int n)
-{
-    std::vector<QPointF> rows;
-    for (int i = 0; i < n; ++i) {
-        const double a = 2 * M_PI * i / n;
-        const double r = 300 + 60 * std::sin(7 * a) + 25 * std::cos(23 * a);
-        rows.emplace_back(500 + r * std::cos(a), 400 + 0.8 * r * std::sin(a));
-    }
-    return rows;
-}
 } // namespace
 
 class TestLasso : public QObject
@@ -384,7 +375,7 @@ void TestLasso::drawnLassoMeetsFewEdges()
     // The point of preparing the outline: a point of a drawn lasso's box meets a handful of its
     // 2000 edges, not all of them, while a zigzag whose edges all span the height keeps a small
     // table.
-    const auto rows = drawnLasso(2000);
+    const auto rows = lassoOutline(2000);
     const auto node = lassoNode(rows);
     const LassoEdgeTable table(*node->cellColumn(0));
     QCOMPARE(table.vertexCount(), 2000);
