@@ -43,7 +43,7 @@ inline int trunc(double v) { return static_cast<int>(v); }
 } // namespace
 
 QChartDrawingArea::QChartDrawingArea(QWidget* parent, const QString& title)
-    : QWidget(parent), m_baseTitle(title), m_stamper(std::make_unique<SymbolStamper>(&QChartDrawingArea::drawShape))
+    : QWidget(parent), m_baseTitle(title), m_stamper(std::make_unique<SymbolStamper>(&QChartDrawingArea::drawShape, &QChartDrawingArea::shapeReach))
 {
     const QIcon copyIcon(QStringLiteral(":/rkview/Resources/page_copy.png"));
     m_copyAction = new QAction(copyIcon, QCoreApplication::translate("QCrossPlotWidget", "Copy"), this);
@@ -507,6 +507,28 @@ void QChartDrawingArea::drawShape(const QPointF& pos, int style, int size, QPain
     }
 }
 
+int QChartDrawingArea::shapeReach(int style, int size)
+{
+    const int s = std::abs(size);
+    switch (style) {
+    case QRelationshipItemModel::Cross:
+    case QRelationshipItemModel::Square:
+    case QRelationshipItemModel::Square1:
+        return s;
+    case QRelationshipItemModel::Triangle1:
+    case QRelationshipItemModel::Triangle3:
+    case QRelationshipItemModel::Triangle2:
+    case QRelationshipItemModel::Triangle4:
+        return s + 1;
+    case QRelationshipItemModel::Dot:
+        return 0;
+    default:
+        // Circles as cross and square; the diamond floors; the big crosses and polygons reach
+        // at most 2 * size + 2.
+        return 2 * s + 4;
+    }
+}
+
 void QChartDrawingArea::drawOneSymbol(const QPointF& pos, int style, const QColor& colour, int size,
                                       QPainter* painter)
 {
@@ -682,11 +704,13 @@ void QChartDrawingArea::initializePointSytleComboBox(QComboBox* combo, bool with
 // ---- the point walk ----
 
 template <class Draw>
-void QChartDrawingArea::walkPoints(QPainter* painter, Draw&& draw)
+void QChartDrawingArea::walkPoints(QPainter* painter, Draw&& draw, bool onlyPoints)
 {
     if (!m_model || !painter)
         return;
     const bool stamping = m_symbolStamping && m_stamper->begin(painter);
+    if (stamping && onlyPoints)
+        m_stamper->setSkipRepeats(true);
     const auto displayType = m_model->displayType();
     const int rows = m_model->rowCount();
 
@@ -694,14 +718,10 @@ void QChartDrawingArea::walkPoints(QPainter* painter, Draw&& draw)
     // from their cells, as its data() would give them, and go through the pixel transform a
     // block at a time. A row has no point only where its cell is blank; a QVariant of a point at
     // the origin reports isNull() and still holds a point.
-    const MatrixDataArray* list = m_model->data();
-    const CellColumn* column = list ? list->cellColumn(0) : nullptr;
-    const bool typed = typeid(*m_model) == typeid(QRelationshipItemModel) && column
-                       && column->type() == QVariant::PointF && column->pointData()
-                       && (typeid(*list) == typeid(MatrixDataArray) || typeid(*list) == typeid(MatrixData));
-    const QPointF* cells = typed ? column->pointData() : nullptr;
-    const std::uint8_t* valid = typed ? column->validData() : nullptr;
-    const int stored = typed ? column->size() : 0;
+    const std::uint8_t* valid = nullptr;
+    int stored = 0;
+    const QPointF* cells = modelPointCells(valid, stored);
+    const bool typed = cells != nullptr;
     constexpr int kBlock = 512;
     std::vector<QPointF> points(typed ? kBlock : 0);
     std::vector<QPointF> pixels(typed ? kBlock : 0);
@@ -728,10 +748,16 @@ void QChartDrawingArea::walkPoints(QPainter* painter, Draw&& draw)
             draw(row, transformInPixelPoint(v.toPointF()), second);
     };
 
+    // isSelected() of the model, inline: it is asked twice for every row.
+    const boost::dynamic_bitset<>& selection = m_model->selection();
+    const auto selected = [&](int row) {
+        const int t = m_model->tableRow(row);
+        return t >= 0 && std::size_t(t) < selection.size() && selection.test(std::size_t(t));
+    };
     if (displayType != QRelationshipItemModel::ShowSelectedOnly) {
         const bool skipSelected = displayType == QRelationshipItemModel::HighlightSelected;
         for (int row = 0; row < rows; ++row) {
-            if (!(skipSelected && m_model->isSelected(row)))
+            if (!(skipSelected && selected(row)))
                 visit(row, false);
         }
         flush(false);
@@ -740,13 +766,31 @@ void QChartDrawingArea::walkPoints(QPainter* painter, Draw&& draw)
         if (displayType == QRelationshipItemModel::HighlightSelected)
             painter->setPen(makePen(kSelectedColour, 2.0, Qt::SquareCap, Qt::BevelJoin));
         for (int row = 0; row < rows; ++row) {
-            if (m_model->isSelected(row))
+            if (selected(row))
                 visit(row, true);
         }
         flush(true);
     }
     if (stamping)
         m_stamper->end();
+}
+
+const QPointF* QChartDrawingArea::modelPointCells(const std::uint8_t*& valid, int& stored) const
+{
+    valid = nullptr;
+    stored = 0;
+    if (!m_model)
+        return nullptr;
+    const MatrixDataArray* list = m_model->data();
+    const CellColumn* column = list ? list->cellColumn(0) : nullptr;
+    const bool typed = typeid(*m_model) == typeid(QRelationshipItemModel) && column
+                       && column->type() == QVariant::PointF && column->pointData()
+                       && (typeid(*list) == typeid(MatrixDataArray) || typeid(*list) == typeid(MatrixData));
+    if (!typed)
+        return nullptr;
+    valid = column->validData();
+    stored = column->size();
+    return column->pointData();
 }
 
 void QChartDrawingArea::transformInPixelPoints(const QPointF* data, QPointF* pixels, int count)
@@ -788,7 +832,19 @@ void QChartDrawingArea::drawPoints(QPainter* painter)
 
 void QChartDrawingArea::drawPlainPoints(QPainter* painter)
 {
-    walkPoints(painter, [&](int, const QPointF& pixel, bool) { drawPoint(pixel, painter); });
+    if (!m_model)
+        return;
+    // drawPoint with the symbol read once: the walk asks for a million points.
+    const int style = m_model->pointStyle();
+    const int size = m_model->pointPixelSize();
+    SymbolStamper* stamper = m_stamper.get();
+    walkPoints(
+        painter,
+        [&](int, const QPointF& pixel, bool) {
+            if (!(stamper->isActive() && stamper->stamp(pixel, style, size, painter)))
+                drawShape(pixel, style, size, painter);
+        },
+        true);
 }
 
 void QChartDrawingArea::drawPointsWith_tadpoles(QPainter* painter)

@@ -52,6 +52,7 @@
 
 #include <boost/dynamic_bitset.hpp>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -188,6 +189,8 @@ public:
     static void drawPolygon(const QPointF& pos, int size, int corners, QPainter* painter);
     // The outline of one style at (0, 0), whatever the fill: what the shape functions draw.
     static void drawShape(const QPointF& pos, int style, int size, QPainter* painter);
+    // How far left of and above the position drawShape's truncated coordinates reach.
+    static int shapeReach(int style, int size);
 
     // ---- contours ----
     void drawContour(QPainter* painter);
@@ -334,13 +337,18 @@ protected:
     std::function<void(const QPointF* data, QPointF* pixels, int count)> m_pixelBlock;
     // The walkers' transform of a block of points: m_pixelBlock where set, else one at a time.
     void transformInPixelPoints(const QPointF* data, QPointF* pixels, int count);
+    // Where the model is the plain one over a stored point column: its cells, their validity
+    // bytes and how many there are, so that a walk over every point needs no QVariant per row.
+    // Null when the points must be read through the model's data().
+    const QPointF* modelPointCells(const std::uint8_t*& valid, int& stored) const;
 
 private:
     // The walk the eight walkers share: a first pass over the rows (skipped when only the
     // selection is shown, and leaving out selected rows when they are highlighted), then the
     // selected rows. draw(row, pixel, secondPass) draws one point.
+    // onlyPoints: draw() draws the point and nothing else, so that repeated stamps may be skipped.
     template <class Draw>
-    void walkPoints(QPainter* painter, Draw&& draw);
+    void walkPoints(QPainter* painter, Draw&& draw, bool onlyPoints = false);
     bool stressOverlayOn() const;
     int modelPointSize() const;
     // Fills one label box (unless painting a metafile) and writes the padded text in it.

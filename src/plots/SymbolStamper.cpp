@@ -28,7 +28,7 @@ constexpr std::size_t kMaxSprites = 512;
 
 } // namespace
 
-SymbolStamper::SymbolStamper(ShapeFunction shape) : m_shape(shape) {}
+SymbolStamper::SymbolStamper(ShapeFunction shape, ReachFunction reach) : m_shape(shape), m_reach(reach) {}
 
 bool SymbolStamper::begin(QPainter* painter)
 {
@@ -73,21 +73,70 @@ bool SymbolStamper::begin(QPainter* painter)
     m_bits = const_cast<uchar*>(image->constBits());
     m_stride = image->bytesPerLine();
     m_opaqueTarget = format == QImage::Format_RGB32;
+    m_width = image->width();
+    m_height = image->height();
+    m_skipped = 0;
     return true;
 }
 
 void SymbolStamper::end()
 {
+    flushRepeats();
     m_painter = nullptr;
     m_target = nullptr;
     m_bits = nullptr;
     m_clipMask = QImage();
+    m_skipRepeats = false;
+}
+
+void SymbolStamper::setSkipRepeats(bool on)
+{
+    flushRepeats();
+    m_skipRepeats = on && m_target;
+}
+
+void SymbolStamper::flushRepeats(bool edgeOnly)
+{
+    if (!m_seenDirty || !m_target || m_seenSprite < 0 || m_seenSprite >= static_cast<int>(m_sprites.size())) {
+        m_edgePlaces.clear();
+        m_seenSprite = -1;
+        m_seenDirty = false;
+        return;
+    }
+    const Sprite& s = m_sprites[std::size_t(m_seenSprite)];
+    for (int at : m_edgePlaces) {
+        m_seen[std::size_t(at) / 64] &= ~(quint64(1) << (std::size_t(at) % 64));
+        blendRuns(s, at % m_width, at / m_width);
+    }
+    m_edgePlaces.clear();
+    if (edgeOnly)
+        return;
+    // The rest line after line: the image is written in the order it lies in memory.
+    const std::size_t width = std::size_t(m_width);
+    for (std::size_t w = 0; w < m_seen.size(); ++w) {
+        quint64 bits = m_seen[w];
+        if (!bits)
+            continue;
+        m_seen[w] = 0;
+        while (bits) {
+            const std::size_t at = w * 64 + std::size_t(__builtin_ctzll(bits));
+            bits &= bits - 1;
+            blendRuns(s, static_cast<int>(at % width), static_cast<int>(at / width));
+        }
+    }
+    m_seenSprite = -1;
+    m_seenDirty = false;
 }
 
 const SymbolStamper::Sprite* SymbolStamper::sprite(int style, int size, const QPen& pen, const QBrush& brush)
 {
-    // A walk asks a million times with the painter's own pen and brush: the very same objects as
-    // last time (a pointer comparison inside QPen and QBrush) need no look at their colours.
+    // A walk asks a million times with the painter's own pen and brush: the very same shared
+    // data as last time needs no look at their colours. m_lastPen and m_lastBrush hold a
+    // reference to that data, so an equal address is the same data, never a new one in its place.
+    if (m_last >= 0 && m_last < static_cast<int>(m_sprites.size()) && style == m_lastStyle && size == m_lastSize
+        && const_cast<QPen&>(pen).data_ptr() == m_lastPen.data_ptr()
+        && const_cast<QBrush&>(brush).data_ptr().data() == m_lastBrush.data_ptr().data())
+        return &m_sprites[m_last];
     if (m_last >= 0 && m_last < static_cast<int>(m_sprites.size()) && style == m_lastStyle && size == m_lastSize
         && pen == m_lastPen && brush == m_lastBrush)
         return &m_sprites[m_last];
@@ -127,12 +176,14 @@ const SymbolStamper::Sprite* SymbolStamper::lookUp(int style, int size, const QP
     }
     if (size < 0 || size > 256 || !(pw >= 0.0) || pw > 256.0)
         return nullptr;
-    if (m_sprites.size() >= kMaxSprites)
+    if (m_sprites.size() >= kMaxSprites) {
+        flushRepeats();
         m_sprites.clear();
+    }
 
-    // Every shape stays within 2 * size + 3 of its position; the pen adds its width.
-    const int reach = 2 * size + 4 + static_cast<int>(std::ceil(std::max(pw, 1.0)));
-    const int dim = 2 * reach + 1;
+    // Every shape stays within 2 * size + 4 of its position; the pen adds its width.
+    const int margin = 2 * size + 4 + static_cast<int>(std::ceil(std::max(pw, 1.0)));
+    const int dim = 2 * margin + 1;
     QImage canvas(dim, dim, QImage::Format_ARGB32_Premultiplied);
     canvas.fill(Qt::transparent);
     {
@@ -140,7 +191,7 @@ const SymbolStamper::Sprite* SymbolStamper::lookUp(int style, int size, const QP
         p.setRenderHint(QPainter::Antialiasing, m_antialiased);
         p.setPen(pen);
         p.setBrush(brush);
-        m_shape(QPointF(reach, reach), style, size, &p);
+        m_shape(QPointF(margin, margin), style, size, &p);
     }
     int minX = dim, minY = dim, maxX = -1, maxY = -1;
     for (int y = 0; y < dim; ++y) {
@@ -166,11 +217,39 @@ const SymbolStamper::Sprite* SymbolStamper::lookUp(int style, int size, const QP
     s.brushStyle = bs;
     s.brushColor = bc;
     s.antialiased = m_antialiased;
-    s.reach = reach;
+    s.reach = m_reach ? std::max(0, m_reach(style, size)) : 2 * size + 4;
+    s.margin = margin;
     if (maxX >= 0) {
         s.image = canvas.copy(minX, minY, maxX - minX + 1, maxY - minY + 1);
-        s.dx = minX - reach;
-        s.dy = minY - reach;
+        s.dx = minX - margin;
+        s.dy = minY - margin;
+        s.width = s.image.width();
+        s.height = s.image.height();
+        bool oneValue = true;
+        quint32 value = 0;
+        for (int y = 0; y < s.height; ++y) {
+            const auto* line = reinterpret_cast<const quint32*>(s.image.constScanLine(y));
+            int x = 0;
+            while (x < s.width) {
+                const quint32 a = line[x] >> 24;
+                if (a == 0) {
+                    ++x;
+                    continue;
+                }
+                const bool whole = a == 255;
+                int end = x + 1;
+                while (end < s.width && (line[end] >> 24) != 0 && ((line[end] >> 24) == 255) == whole)
+                    ++end;
+                for (int i = x; i < end; ++i) {
+                    if (value == 0)
+                        value = line[i];
+                    oneValue = oneValue && whole && line[i] == value;
+                }
+                s.runs.push_back({y, x, end, whole});
+                x = end;
+            }
+        }
+        s.oneValue = oneValue && !s.runs.empty();
     }
     m_sprites.push_back(std::move(s));
     m_last = static_cast<int>(m_sprites.size()) - 1;
@@ -183,44 +262,103 @@ bool SymbolStamper::stamp(const QPointF& pos, int style, int size, QPainter* pai
         return false;
     const double px = pos.x();
     const double py = pos.y();
-    if (!std::isfinite(px) || !std::isfinite(py))
+    if (!std::isfinite(px) || !std::isfinite(py)) {
+        flushRepeats();
         return false;
+    }
     // A wide point is stroked as a zero-length line whose rasterisation is not translation
     // invariant; it has no combo entry and stays on the real path.
-    if (style == 13)
+    if (style == 13) {
+        flushRepeats();
         return false;
+    }
     // Far outside the target nothing of the shape shows: a zoomed chart walks many such points,
     // and they need no sprite.
     const double margin = 4.0 * std::abs(size) + 64.0;
     const double tx = std::floor(px) + m_tx, ty = std::floor(py) + m_ty;
-    if (tx < -margin || ty < -margin || tx > m_target->width() + margin || ty > m_target->height() + margin)
+    if (tx < -margin || ty < -margin || tx > m_width + margin || ty > m_height + margin)
         return true;
     const Sprite* s = sprite(style, size, painter->pen(), painter->brush());
-    if (!s)
-        return false;
     // The shapes truncate their coordinates toward zero; that equals flooring, and so a shifted
     // sprite, only where every coordinate they compute is non-negative.
-    if (px < s->reach || py < s->reach)
+    if (!s || px < s->reach || py < s->reach) {
+        // The caller draws a real shape now, over whatever the record holds that it may touch:
+        // with the recorded sprite only the band along the edges, with another pen anything.
+        const bool sameSprite = s && m_seenSprite >= 0 && s == &m_sprites[std::size_t(m_seenSprite)];
+        flushRepeats(sameSprite);
         return false;
-    if (s->image.isNull())
+    }
+    if (s->width == 0)
         return true;
-    const double fx = std::floor(px) + m_tx + s->dx;
-    const double fy = std::floor(py) + m_ty + s->dy;
-    if (fx >= m_target->width() || fy >= m_target->height() || fx + s->image.width() <= 0 ||
-        fy + s->image.height() <= 0)
+    const double fx = tx + s->dx;
+    const double fy = ty + s->dy;
+    if (fx >= m_width || fy >= m_height || fx + s->width <= 0 || fy + s->height <= 0)
         return true;
-    blend(*s, static_cast<int>(fx), static_cast<int>(fy));
+    const int x = static_cast<int>(fx), y = static_cast<int>(fy);
+    // Another sprite goes over whatever is recorded: that is stamped first.
+    const int index = static_cast<int>(s - m_sprites.data());
+    if (m_seenDirty && index != m_seenSprite)
+        flushRepeats();
+    if (m_skipRepeats && s->oneValue && x >= 0 && y >= 0 && x + s->width <= m_width && y + s->height <= m_height
+        && m_clipMask.isNull()) {
+        if (index != m_seenSprite) {
+            flushRepeats();
+            m_seenSprite = index;
+            m_edgeBand = s->reach + s->margin + 1;
+            m_seen.resize((std::size_t(m_width) * std::size_t(m_height) + 63) / 64, quint64(0));
+        }
+        const std::size_t bit = std::size_t(y) * std::size_t(m_width) + std::size_t(x);
+        quint64& word = m_seen[bit / 64];
+        const quint64 mask = quint64(1) << (bit % 64);
+        if (word & mask) {
+            ++m_skipped;
+            return true;
+        }
+        word |= mask;
+        m_seenDirty = true;
+        // Where a real shape of an edge point may land: the band along the top and left.
+        if (x < m_tx + m_edgeBand || y < m_ty + m_edgeBand)
+            m_edgePlaces.push_back(static_cast<int>(bit));
+        return true;
+    }
+    blend(*s, x, y);
     return true;
+}
+
+void SymbolStamper::blendRuns(const Sprite& s, int x0, int y0)
+{
+    const uchar* spriteBits = s.image.constBits();
+    const qsizetype spriteStride = s.image.bytesPerLine();
+    const quint32 opaque = m_opaqueTarget ? 0xff000000u : 0u;
+    for (const Sprite::Run& run : s.runs) {
+        const auto* src = reinterpret_cast<const quint32*>(spriteBits + run.y * spriteStride);
+        auto* dst = reinterpret_cast<quint32*>(m_bits + (y0 + run.y) * m_stride) + x0;
+        if (run.whole) {
+            // Whole coverage is alpha 255 already, as an opaque target wants it. The runs are
+            // a few pixels long: a loop beats a call to memmove.
+            for (int x = run.x0; x < run.x1; ++x)
+                dst[x] = src[x];
+            continue;
+        }
+        for (int x = run.x0; x < run.x1; ++x) {
+            const quint32 p = src[x];
+            dst[x] = (p + byteMul(dst[x], 255 - (p >> 24))) | opaque;
+        }
+    }
 }
 
 void SymbolStamper::blend(const Sprite& s, int x0, int y0)
 {
-    const int w = s.image.width();
-    const int h = s.image.height();
+    const int w = s.width;
+    const int h = s.height;
+    if (m_clipMask.isNull() && x0 >= 0 && y0 >= 0 && x0 + w <= m_width && y0 + h <= m_height) {
+        blendRuns(s, x0, y0);
+        return;
+    }
     const int xBegin = std::max(0, -x0);
-    const int xEnd = std::min(w, m_target->width() - x0);
+    const int xEnd = std::min(w, m_width - x0);
     const int yBegin = std::max(0, -y0);
-    const int yEnd = std::min(h, m_target->height() - y0);
+    const int yEnd = std::min(h, m_height - y0);
     const bool masked = !m_clipMask.isNull();
     const quint32 opaque = m_opaqueTarget ? 0xff000000u : 0u;
     for (int y = yBegin; y < yEnd; ++y) {

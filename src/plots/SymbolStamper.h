@@ -26,7 +26,12 @@ public:
     // Draws the real shape of a style at a position; the stamper renders its sprites with it.
     using ShapeFunction = void (*)(const QPointF& pos, int style, int size, QPainter* painter);
 
-    explicit SymbolStamper(ShapeFunction shape);
+    // How far left of and above its position a shape's truncated arithmetic reaches: below that
+    // distance from the logical origin truncation is not flooring and the point is drawn as a
+    // real shape. Without one, a bound that holds for any of the chart symbols is used.
+    using ReachFunction = int (*)(int style, int size);
+
+    explicit SymbolStamper(ShapeFunction shape, ReachFunction reach = nullptr);
 
     // False when the painter's target or state cannot be stamped.
     bool begin(QPainter* painter);
@@ -39,6 +44,16 @@ public:
     bool stamp(const QPointF& pos, int style, int size, QPainter* painter);
 
     int cachedSprites() const { return static_cast<int>(m_sprites.size()); }
+
+    // For a walk that draws nothing but stamps between begin() and end(). Stamps of one sprite
+    // whose covered pixels are whole and of one value leave the same picture in any order and
+    // any number of times: they are recorded as places, one bit per target pixel, and stamped
+    // once each in raster order when the sprite changes, before a point is drawn as a real
+    // shape, and at end(). A million random points then write the image line after line instead
+    // of missing the cache at every point. Off by default and after end().
+    void setSkipRepeats(bool on);
+    // Stamps left out as repeats of a recorded place since begin(), for tests.
+    int skippedRepeats() const { return m_skipped; }
 
 private:
     struct Sprite {
@@ -56,14 +71,32 @@ private:
         QImage image;  // cropped to its covered pixels
         int dx = 0;    // offset of image's top left from the floored position
         int dy = 0;
-        int reach = 0; // how far the shape's arithmetic reaches left and up of the position
+        int reach = 0; // how far the shape's truncated arithmetic reaches left and up
+        int margin = 0; // how far its pixels may lie from the position
+        // The covered pixels of each line as runs, split where the coverage turns from whole to
+        // partial: whole runs are copied, partial ones blended, and empty pixels never visited.
+        struct Run {
+            int y;
+            int x0;
+            int x1;
+            bool whole;
+        };
+        std::vector<Run> runs;
+        // Every covered pixel whole and of one value: stamping it twice at one place in a walk
+        // of this sprite alone draws nothing new.
+        bool oneValue = false;
+        int width = 0;
+        int height = 0;
     };
 
     const Sprite* sprite(int style, int size, const QPen& pen, const QBrush& brush);
     const Sprite* lookUp(int style, int size, const QPen& pen, const QBrush& brush);
     void blend(const Sprite& s, int x, int y);
+    // A sprite wholly inside the target without a clip: the runs only.
+    void blendRuns(const Sprite& s, int x, int y);
 
     ShapeFunction m_shape;
+    ReachFunction m_reach;
     QPainter* m_painter = nullptr;
     QImage* m_target = nullptr;
     uchar* m_bits = nullptr;
@@ -73,6 +106,23 @@ private:
     int m_ty = 0;
     bool m_antialiased = false;
     QImage m_clipMask; // Alpha8 coverage of the clip, null without a clip
+    int m_width = 0;   // of the target
+    int m_height = 0;
+    // The record: bit y * width + x of m_seen is set where the sprite m_seenSprite is still to
+    // be stamped with its top left at (x, y). A bit per pixel keeps it in the processor's cache.
+    // A point drawn as a real shape is one within the sprite's reach of the logical origin, and
+    // its shape stays within the band m_edgeBand wide along the target's top and left edges:
+    // only the recorded places that reach into that band (m_edgePlaces) are stamped before it.
+    bool m_skipRepeats = false;
+    std::vector<quint64> m_seen;
+    std::vector<int> m_edgePlaces;
+    bool m_seenDirty = false;
+    int m_seenSprite = -1;
+    int m_edgeBand = 0;
+    int m_skipped = 0;
+    // Stamps what the record holds and empties it; edgeOnly keeps the places off the band.
+    void flushRepeats(bool edgeOnly = false);
+
     std::vector<Sprite> m_sprites;
     int m_last = -1;
     // What m_last was found for.

@@ -9,6 +9,7 @@
 #include <QLegendListView.h>
 #include <QRelationshipItemModel.h>
 #include <RKColormap.h>
+#include <SymbolStamper.h>
 
 #include <QClipboard>
 #include <QMenu>
@@ -108,6 +109,8 @@ private slots:
     void stampedSymbolsMatchRealShapes_data();
     void stampedSymbolsMatchRealShapes();
     void stampingHonoursTheClip();
+    void repeatedStampsLeaveTheSamePicture_data();
+    void repeatedStampsLeaveTheSamePicture();
     void resultPointAndCentroids();
     void tadpoles_data();
     void tadpoles();
@@ -1054,6 +1057,72 @@ void TestChartDrawingArea::legendCellTypeIsTheSampleValues()
         classes.insert(ids[k], values[k]);
     legend.setClasses(classes, {});
     QCOMPARE(int(legend.cellType()), type);
+}
+
+void TestChartDrawingArea::repeatedStampsLeaveTheSamePicture_data()
+{
+    QTest::addColumn<int>("style");
+    QTest::addColumn<int>("size");
+    QTest::addColumn<bool>("antialiased");
+    QTest::addColumn<QPoint>("scroll");
+    QTest::addRow("cross") << 1 << 2 << true << QPoint(0, 0);
+    QTest::addRow("cross scrolled") << 1 << 3 << false << QPoint(-7, -5);
+    QTest::addRow("square") << 2 << 2 << false << QPoint(0, 0);
+    QTest::addRow("circle, partly covered pixels") << 0 << 4 << true << QPoint(-3, 0);
+    QTest::addRow("triangle") << 3 << 2 << false << QPoint(0, -4);
+}
+
+// The repeat record may change when a pixel is written, never what it ends up holding: a walk
+// with it leaves the very picture of a walk without, with points stacked on one another, points
+// at the edge drawn as real shapes between them, and the pen changing now and then.
+void TestChartDrawingArea::repeatedStampsLeaveTheSamePicture()
+{
+    QFETCH(int, style);
+    QFETCH(int, size);
+    QFETCH(bool, antialiased);
+    QFETCH(QPoint, scroll);
+    QVector<QPointF> points;
+    QRandomGenerator rng(uint(style * 31 + size));
+    for (int i = 0; i < 6000; ++i) {
+        // Few places, many points on each; one in fifty near the logical origin, one in forty
+        // over the image's far edges.
+        if (i % 50 == 0)
+            points << QPointF(rng.bounded(6.0), rng.bounded(120.0));
+        else if (i % 40 == 0)
+            points << QPointF(122.0 + rng.bounded(15.0), 92.0 + rng.bounded(15.0));
+        else
+            points << QPointF(5.0 * rng.bounded(26) + 0.25, 4.0 * rng.bounded(24) + 0.5);
+    }
+    const QColor pens[] = {Qt::darkBlue, Qt::red};
+    QImage images[2];
+    int skipped = 0;
+    for (int skip = 0; skip < 2; ++skip) {
+        QImage& image = images[skip];
+        image = QImage(130, 100, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::Antialiasing, antialiased);
+        painter.translate(scroll);
+        SymbolStamper stamper(&QChartDrawingArea::drawShape, &QChartDrawingArea::shapeReach);
+        QVERIFY(stamper.begin(&painter));
+        stamper.setSkipRepeats(skip == 1);
+        for (int i = 0; i < points.size(); ++i) {
+            // The pen changes, now and then for a single point over the edge.
+            const int k = i % 1000;
+            if (k == 0 || k == 520 || k == 521)
+                painter.setPen(QPen(pens[(i / 1000 + (k == 520)) % 2], 2.0, Qt::SolidLine, Qt::SquareCap,
+                                    Qt::MiterJoin));
+            painter.setBrush(style == 1 ? QBrush(Qt::NoBrush) : QBrush(pens[(i / 1000) % 2]));
+            if (!stamper.stamp(points[i], style, size, &painter))
+                QChartDrawingArea::drawShape(points[i], style, size, &painter);
+        }
+        stamper.end();
+        skipped = stamper.skippedRepeats();
+    }
+    QCOMPARE(images[1], images[0]);
+    // The places repeat, so a sprite of one colour has repeats to leave out.
+    if (style != 0)
+        QVERIFY2(skipped > 1000, qPrintable(QString::number(skipped)));
 }
 
 QTEST_MAIN(TestChartDrawingArea)
