@@ -327,6 +327,8 @@ void QCrossPlotWidget::setDataSet(MatrixData* x, MatrixData* y, MatrixData* symb
     } else {
         m_pqUi->displayDataTypeComboBox->setCurrentIndex(0);
     }
+    if (loadWouldChangeNothing(rows))
+        return;
     updateRelationshipDiagram();
     if (relationshipModel->data()) {
         const int n = relationshipModel->data()->validValueRowCount();
@@ -350,8 +352,52 @@ void QCrossPlotWidget::setDataSet(MatrixData* x, MatrixData* y, MatrixData* symb
 
 // ---- the central update ----
 
+PanelLoadStamp QCrossPlotWidget::currentLoadStamp() const
+{
+    PanelLoadStamp stamp;
+    stamp.addColumn(horizontalData).addColumn(verticalData).addColumn(colourData).addColumn(symbolData);
+    stamp.addColumn(relationshipModel->tadpoleAzimuthNode());
+    // Flagged rows stay out of a dip or azimuth load: their column counts as read.
+    stamp.addColumn(dataRoot ? dataRoot->getNodeFromName(QStringLiteral("SCAT")) : nullptr);
+    stamp.add(relationshipModel->scatDataTaken());
+    stamp.add(m_pqUi->m_pqVertexFilterSpinBox->text());
+    stamp.add(m_pqUi->m_pqShowDefinedSymbolsOnly->isChecked());
+    stamp.add(int(displayDataType()));
+    stamp.add(m_pqUi->m_pqColorAttributeComboBox->currentText());
+    stamp.add(m_colorRange->minimum()).add(m_colorRange->maximum()).add(m_colorRange->interval());
+    stamp.add(m_pqUi->m_pqBlueRedRadioBtn->isChecked());
+    stamp.add(azimuthScaling).add(mercatorScaling);
+    stamp.add(m_pqUi->automaticCrossPlotUpdate->isChecked());
+    // Rotations and edits of the points since the load, and clusters a load would clear.
+    stamp.add(std::uint64_t(relationshipModel->dataRevision()));
+    stamp.add(relationshipModel->hasClusterIDs());
+    return stamp;
+}
+
+bool QCrossPlotWidget::loadWouldChangeNothing(const std::vector<int>& rows) const
+{
+    if (m_loadStamp.isEmpty() || displayDataType() == QRelationshipItemModel::ShowSelectedOnly)
+        return false;
+    if (relationshipModel->partSelection() != !rows.empty())
+        return false;
+    const boost::dynamic_bitset<>& selection = relationshipModel->selection();
+    std::size_t inRange = 0;
+    for (int r : rows) {
+        if (r < 0 || std::size_t(r) >= selection.size())
+            continue;
+        // A row the load would have refused has its bit cleared: that case reloads.
+        if (!selection.test(std::size_t(r)))
+            return false;
+        ++inRange;
+    }
+    if (selection.count() != inRange)
+        return false;
+    return currentLoadStamp() == m_loadStamp;
+}
+
 void QCrossPlotWidget::updateRelationshipDiagram()
 {
+    m_loadStamp.clear();
     if (!dropLostColumns())
         return;
     if (horizontalData->rowCount() < 1 || verticalData->rowCount() < 1)
@@ -398,6 +444,7 @@ void QCrossPlotWidget::updateRelationshipDiagram()
     updateClusterMeansTable();
     m_axes->redraw();
     crossPlot->updateChart();
+    m_loadStamp = currentLoadStamp();
     QGuiApplication::restoreOverrideCursor();
 }
 

@@ -21,6 +21,7 @@
 
 #include "PanelAxes.h"
 #include "PanelColorRange.h"
+#include "PanelLoadStamp.h"
 #include "PanelZoomScrollBars.h"
 #include "QRelationshipItemModel.h"
 
@@ -217,6 +218,12 @@ protected:
     MatrixData* findColumn(const QString& name) const;
     std::pair<double, double> verticalDataRange() const;
     void finishBinCreation();
+    // What the points of the chart are read from and how, as the next load would read them.
+    PanelLoadStamp currentLoadStamp() const;
+    // Whether a load of these rows would give the chart the points and selection it has now:
+    // the same stamp as the last load, a display that keeps every point, and a selection that
+    // is exactly these rows (as after a lasso on this chart whose rows come back from the table).
+    bool loadWouldChangeNothing(const std::vector<int>& rows) const;
 
     std::unique_ptr<Ui::QCrossPlotWidget> m_pqUi;
     std::unique_ptr<PanelAxes> m_axes;
@@ -257,6 +264,7 @@ protected:
     QMap<int, QVariant> m_symbolNames;
     QMap<int, QColor> m_symbolColors;
     bool m_automaticConnected = false;
+    PanelLoadStamp m_loadStamp; // of the last load; empty when the chart shows no load
     Question m_question;
 };
 

@@ -307,6 +307,13 @@ std::vector<int> QVertexModelTableView::selectedRows(int) const
     const std::size_t counted = m_selectedCellsPerRow.size();
     const std::size_t held = m_rowSelection.size();
     const std::size_t n = std::max(counted, held);
+    if (counted == 0) {
+        // Only whole rows held as bits: walk the set bits, not every row of the sheet.
+        rows.reserve(m_rowSelection.count());
+        for (auto r = m_rowSelection.find_first(); r != boost::dynamic_bitset<>::npos; r = m_rowSelection.find_next(r))
+            rows.push_back(static_cast<int>(r));
+        return rows;
+    }
     for (std::size_t r = 0; r < n; ++r)
         if ((r < held && m_rowSelection.test(r)) || (r < counted && m_selectedCellsPerRow[r] >= columns))
             rows.push_back(static_cast<int>(r));
@@ -455,12 +462,17 @@ void QVertexModelTableView::setRowSelection(const boost::dynamic_bitset<>& sourc
     // elsewhere than in the tree.
     int firstView = -1;
     const bool identity = !proxy || proxy->isIdentity();
-    for (auto r = sourceRows.find_first(); r < n; r = sourceRows.find_next(r)) {
-        m_rowSelection.set(r);
-        if (identity) {
-            if (firstView < 0)
-                firstView = static_cast<int>(r);
-        } else {
+    if (identity) {
+        // Word by word: a lasso hands over half a million scattered rows.
+        boost::dynamic_bitset<> rows(sourceRows);
+        rows.resize(m_rowSelection.size());
+        m_rowSelection |= rows;
+        const auto first = rows.find_first();
+        if (first != boost::dynamic_bitset<>::npos)
+            firstView = static_cast<int>(first);
+    } else {
+        for (auto r = sourceRows.find_first(); r < n; r = sourceRows.find_next(r)) {
+            m_rowSelection.set(r);
             const int view = viewRowOfSourceRow(static_cast<int>(r));
             if (view >= 0 && (firstView < 0 || view < firstView))
                 firstView = view;

@@ -81,6 +81,8 @@ private slots:
     void colourRangeReset();
     void columnLostWhileOpen();
     void depthTrackOffersDepthOnly();
+    void reloadAfterOwnLasso_data();
+    void reloadAfterOwnLasso();
 };
 
 void TestCrossPlotWidget::formDefaults_data()
@@ -729,6 +731,62 @@ void TestCrossPlotWidget::depthTrackOffersDepthOnly()
     p.show("GR", "Depth");
     QCOMPARE(p.w->drawingArea()->originPosition(), QCrossPlot::OriginTopLeft);
     QCOMPARE(p.w->axes().left()->axisPosition(), QCartesianAxisWidget::AxisLeftDepth);
+}
+
+void TestCrossPlotWidget::reloadAfterOwnLasso_data()
+{
+    QTest::addColumn<QString>("change");
+    QTest::addColumn<bool>("reloads");
+    QTest::addRow("the lasso's rows come back") << "none" << false;
+    QTest::addRow("a cell edited since") << "edit" << true;
+    QTest::addRow("other rows come back") << "rows" << true;
+    QTest::addRow("clusters made since") << "clusters" << true;
+    QTest::addRow("a lasso row blank since") << "blank" << true;
+    QTest::addRow("only the selection shown") << "selectedOnly" << true;
+}
+
+// A lasso selects rows in the table, and the table hands them back when the tab is shown
+// again: that load would draw what the chart already shows and is left out; anything else
+// that changed since loads.
+void TestCrossPlotWidget::reloadAfterOwnLasso()
+{
+    QFETCH(QString, change);
+    QFETCH(bool, reloads);
+    Sheet s;
+    fillXY(s);
+    Panel p(s);
+    p.show("x", "y");
+    MatrixData* x = s.column(QStringLiteral("x"));
+    MatrixData* y = s.column(QStringLiteral("y"));
+    p.w->setDataSet(x, y, nullptr, nullptr, {2, 5, 7});
+    QRelationshipItemModel* model = p.w->model();
+    // The chart's lasso: the model's selection first, then the panel hears of it.
+    model->clearSelection();
+    boost::dynamic_bitset<> lasso(20);
+    for (int row : {1, 3, 4}) {
+        model->setSelected(row, true);
+        lasso.set(std::size_t(row));
+    }
+    p.w->slotDataPointsSelection(lasso);
+    std::vector<int> rows{1, 3, 4};
+    if (change == "edit")
+        x->setValue(3, 0, 42.0);
+    else if (change == "rows")
+        rows = {1, 3};
+    else if (change == "clusters")
+        p.child<QPushButton>("applyClusterGenerationPushButton")->click();
+    else if (change == "blank")
+        y->setValue(4, 0, QVariant());
+    else if (change == "selectedOnly")
+        p.w->setDisplayDataType(QRelationshipItemModel::ShowSelectedOnly);
+    const quint64 before = model->dataRevision();
+    p.w->setDataSet(x, y, nullptr, nullptr, rows);
+    QCOMPARE(model->dataRevision() != before, reloads);
+    // Either way the chart holds what a load of these rows gives.
+    if (change == "edit")
+        QCOMPARE(model->data()->value(3, 0).toPointF(), QPointF(42.0, 7.0));
+    const int expected = change == "blank" ? 2 : int(rows.size());
+    QCOMPARE(int(model->selection().count()), expected);
 }
 
 QTEST_MAIN(TestCrossPlotWidget)
