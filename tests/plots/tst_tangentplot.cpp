@@ -1,8 +1,7 @@
-// The tangent plot: where lines and planes land (worked out here from tan and the bearing, not
-// from the chart's own formulas), the pixel read back, the rim at exactly the cut-off, the block
-// placement the walkers use, angles past the cut-off clipped off the chart, the fold axis as a
-// red line through its point and through the dips of the beds that contain it, the net's
-// circles and its blanked centre, picks anywhere, and the lasso.
+// The tangent plot: the pixel of a line or plane read back, the rim at exactly the cut-off, the
+// block placement the walkers use, angles past the cut-off clipped off the chart, the fold axis
+// as a red line through its point (worked out here from tan and the bearing), the net's circles
+// and its blanked centre, picks anywhere, and the lasso.
 #include "PaintRecorder.h"
 
 #include <MatrixData.h>
@@ -11,10 +10,8 @@
 
 #include <QMouseEvent>
 #include <QPainter>
-#include <QRegularExpression>
 #include <QtTest>
 
-#include <array>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -102,40 +99,16 @@ std::vector<QPoint> redPixels(const QImage& image)
     return out;
 }
 
-double distanceToLine(const QPointF& p, const QPointF& through, const QPointF& direction)
-{
-    const QPointF d = p - through;
-    return std::abs(d.x() * direction.y() - d.y() * direction.x()) / std::hypot(direction.x(), direction.y());
-}
-
-// The lines of a recorded "lines a,b-c,d ..." call.
-std::vector<QLineF> recordedLines(const QString& call)
-{
-    static const QString number = QStringLiteral("(-?\\d+(?:\\.\\d+)?(?:e[-+]?\\d+)?)");
-    static const QRegularExpression line(number + QLatin1Char(',') + number + QLatin1Char('-') + number +
-                                         QLatin1Char(',') + number);
-    std::vector<QLineF> out;
-    if (!call.startsWith(QStringLiteral("lines ")))
-        return out;
-    auto it = line.globalMatch(call.section(QLatin1Char('|'), 0, 0));
-    while (it.hasNext()) {
-        const QRegularExpressionMatch m = it.next();
-        out.emplace_back(m.captured(1).toDouble(), m.captured(2).toDouble(), m.captured(3).toDouble(),
-                         m.captured(4).toDouble());
-    }
-    return out;
-}
-
 // Presses at the first vertex, drags through the others with the left button held, releases.
-void lasso(Tangent& t, const QVector<QPointF>& vertices, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+void lasso(Tangent& t, const QVector<QPointF>& vertices)
 {
-    QMouseEvent press(QEvent::MouseButtonPress, vertices.first(), Qt::LeftButton, Qt::LeftButton, modifiers);
+    QMouseEvent press(QEvent::MouseButtonPress, vertices.first(), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
     t.mousePressEvent(&press);
     for (int i = 1; i < vertices.size(); ++i) {
-        QMouseEvent move(QEvent::MouseMove, vertices[i], Qt::NoButton, Qt::LeftButton, modifiers);
+        QMouseEvent move(QEvent::MouseMove, vertices[i], Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
         t.mouseMoveEvent(&move);
     }
-    QMouseEvent release(QEvent::MouseButtonRelease, vertices.last(), Qt::LeftButton, Qt::NoButton, modifiers);
+    QMouseEvent release(QEvent::MouseButtonRelease, vertices.last(), Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
     t.mouseReleaseEvent(&release);
 }
 
@@ -145,9 +118,6 @@ class TestTangentPlot : public QObject
 {
     Q_OBJECT
 private slots:
-    void placement_data();
-    void placement();
-    void otherPointKindsGiveTheOrigin();
     void rimReadsTheCutOff_data();
     void rimReadsTheCutOff();
     void dataPointReadsThePlacementBack_data();
@@ -158,10 +128,6 @@ private slots:
     void anglesPastTheCutOffAreClippedOff();
     void foldAxisIsARedLineAcrossItsAzimuth_data();
     void foldAxisIsARedLineAcrossItsAzimuth();
-    void foldAxisAtTheCutOffDrawsNothing_data();
-    void foldAxisAtTheCutOffDrawsNothing();
-    void foldedBedsLieOnTheFoldAxis_data();
-    void foldedBedsLieOnTheFoldAxis();
     void netCirclesStopBelowTheCutOff_data();
     void netCirclesStopBelowTheCutOff();
     void netBlanksTheCrowdedCentre_data();
@@ -171,69 +137,6 @@ private slots:
     void lassoSelectsThePointsInside_data();
     void lassoSelectsThePointsInside();
 };
-
-void TestTangentPlot::placement_data()
-{
-    QTest::addColumn<int>("kind");
-    QTest::addColumn<QPointF>("orientation");
-    // Where the point lands: distance from the centre in units of R and bearing on the chart.
-    QTest::addColumn<double>("distance");
-    QTest::addColumn<double>("bearing");
-    const double T = std::tan(65.0 * kDeg);
-    // Lines lie opposite their trend, tan(plunge) out.
-    QTest::newRow("line 65 north") << 1 << QPointF(65, 0) << 1.0 << 180.0;
-    QTest::newRow("line 65 east") << 1 << QPointF(65, 90) << 1.0 << 270.0;
-    QTest::newRow("line 30 south-east") << 1 << QPointF(30, 135) << std::tan(30 * kDeg) / T << 315.0;
-    QTest::newRow("line 80 west, past the rim") << 1 << QPointF(80, 270) << std::tan(80 * kDeg) / T << 90.0;
-    QTest::newRow("line 12.5 at 200") << 1 << QPointF(12.5, 200) << std::tan(12.5 * kDeg) / T << 20.0;
-    // Past 90 and below 0 are the same lines read the other way round.
-    QTest::newRow("line 100 north is 80 south") << 1 << QPointF(100, 0) << std::tan(80 * kDeg) / T << 0.0;
-    QTest::newRow("line -10 east is 10 west") << 1 << QPointF(-10, 90) << std::tan(10 * kDeg) / T << 90.0;
-    // Planes lie at their dip azimuth, tan(90 - dip) out: a vertical plane at the centre.
-    QTest::newRow("plane 25 north") << 0 << QPointF(25, 0) << 1.0 << 0.0;
-    QTest::newRow("plane 60 at 210") << 0 << QPointF(60, 210) << std::tan(30 * kDeg) / T << 210.0;
-    QTest::newRow("plane 45 west") << 0 << QPointF(45, 270) << 1.0 / T << 270.0;
-    QTest::newRow("plane 10 south, past the rim") << 0 << QPointF(10, 180) << std::tan(80 * kDeg) / T << 180.0;
-}
-
-void TestTangentPlot::placement()
-{
-    QFETCH(int, kind);
-    QFETCH(QPointF, orientation);
-    QFETCH(double, distance);
-    QFETCH(double, bearing);
-    for (const double zoom : {1.0, 2.0}) {
-        Tangent t;
-        t.zoom(zoom);
-        t.redraw();
-        QCOMPARE(t.maxPlotAngle(), 65.0);
-        const double R = t.radius();
-        const QPointF expected = QPointF(t.centre()) + distance * R * along(bearing);
-        t.setPointKind(kind);
-        const QPointF got = t.transformInPixelPoint(orientation);
-        QVERIFY2(std::hypot(got.x() - expected.x(), got.y() - expected.y()) < 1e-9 * R,
-                 qPrintable(QStringLiteral("%1,%2").arg(got.x()).arg(got.y())));
-    }
-    Tangent t;
-    QVERIFY(std::abs(t.tangentRadius(65.0) - t.radius()) < 1e-12 * t.radius());
-    QCOMPARE(t.tangentRadius(0.0), 0.0);
-}
-
-void TestTangentPlot::otherPointKindsGiveTheOrigin()
-{
-    Tangent t;
-    for (const int kind : {-1, 2, 7}) {
-        t.setPointKind(kind);
-        QCOMPARE(t.transformInPixelPoint(QPointF(30, 40)), QPointF(0, 0));
-    }
-    // Lines at and next to the vertical, where tan runs away, are held far off the chart.
-    t.setPointKind(1);
-    for (const double plunge : {90.0, 89.9999999, 90.0000001}) {
-        const QPointF p = t.transformInPixelPoint(QPointF(plunge, 30.0));
-        const double d = std::hypot(p.x() - t.centre().x(), p.y() - t.centre().y());
-        QVERIFY2(std::isfinite(d) && d > 1e6 && d <= QTangentPlotWidget::kFarOff + 1.0, qPrintable(QString::number(d)));
-    }
-}
 
 void TestTangentPlot::rimReadsTheCutOff_data()
 {
@@ -287,6 +190,9 @@ void TestTangentPlot::dataPointReadsThePlacementBack_data()
         for (const double dip : {89.0, 80.0, 60.0, 45.0, 25.5, 25.0, 15.0})
             for (const double a : azimuths)
                 QTest::addRow("plane x%.1f %g/%g", zoom, dip, a) << 0 << zoom << QPointF(dip, a) << QPointF(90.0 - dip, a);
+        // Past 90 and below 0 are the same lines the other way round.
+        QTest::addRow("line x%.1f 100/0", zoom) << 1 << zoom << QPointF(100, 0) << QPointF(80, 0);
+        QTest::addRow("line x%.1f -10/90", zoom) << 1 << zoom << QPointF(-10, 90) << QPointF(10, 90);
     }
 }
 
@@ -313,7 +219,7 @@ void TestTangentPlot::blockPlacementIsTheSinglePlacement_data()
     QTest::addColumn<int>("kind");
     QTest::newRow("planes") << 0;
     QTest::newRow("lines") << 1;
-    QTest::newRow("other") << 3;
+    QTest::newRow("no kind") << 3;
 }
 
 void TestTangentPlot::blockPlacementIsTheSinglePlacement()
@@ -339,6 +245,15 @@ void TestTangentPlot::blockPlacementIsTheSinglePlacement()
                  qPrintable(QStringLiteral("%1/%2").arg(data[i].x()).arg(data[i].y())));
     }
     t.transformInPixelPoints(data.data(), pixels.data(), 0);
+    if (kind != 0 && kind != 1)
+        QCOMPARE(pixels.front(), QPointF(0, 0));
+    // Lines at and next to the vertical, where tan runs away, are held far off the chart.
+    t.setPointKind(1);
+    for (const double plunge : {90.0, 89.9999999, 90.0000001}) {
+        const QPointF p = t.transformInPixelPoint(QPointF(plunge, 30.0)) - QPointF(t.centre());
+        const double d = std::hypot(p.x(), p.y());
+        QVERIFY2(d > 1e6 && d <= QTangentPlotWidget::kFarOff + 1.0, qPrintable(QString::number(d)));
+    }
 }
 
 void TestTangentPlot::anglesPastTheCutOffAreClippedOff_data()
@@ -399,132 +314,57 @@ void TestTangentPlot::foldAxisIsARedLineAcrossItsAzimuth_data()
 {
     QTest::addColumn<QPointF>("axis");
     QTest::addColumn<bool>("withModel");
-    const QVector<QPointF> axes = {{0, 0}, {20, 45}, {40, 200}, {60, 300}, {30, 90}, {10, 333}};
+    QTest::addColumn<bool>("drawn");
+    const QVector<QPointF> axes = {{0, 0}, {20, 45}, {40, 200}, {60, 300}, {64, 123.4}, {10, 333}};
     for (const bool withModel : {false, true})
         for (const QPointF& a : axes)
-            QTest::addRow("%g/%g%s", a.x(), a.y(), withModel ? " with data" : "") << a << withModel;
+            QTest::addRow("%g/%g%s", a.x(), a.y(), withModel ? " with data" : "") << a << withModel << true;
+    // An axis at the cut-off has no direction on the chart; one without numbers has no place.
+    QTest::newRow("65/0") << QPointF(65, 0) << false << false;
+    QTest::newRow("65/123.4 with data") << QPointF(65, 123.4) << true << false;
+    QTest::newRow("no plunge") << QPointF(kNaN, 10) << false << false;
+    QTest::newRow("no azimuth") << QPointF(30, kNaN) << true << false;
 }
 
 void TestTangentPlot::foldAxisIsARedLineAcrossItsAzimuth()
 {
     QFETCH(QPointF, axis);
     QFETCH(bool, withModel);
+    QFETCH(bool, drawn);
     // Without data the chart last placed nothing; with data it last placed poles or lines: the
     // axis is a line either way.
     Orientations model({{70, 10}, {80, 100}});
     Tangent t(QSize(600, 600));
     if (withModel) {
         t.setModel(&model);
-        t.setShowDipDirections(false);
-        t.setShowPoles(true);
         t.setPoleColor(Qt::black);
     }
-    t.setPointKind(0);
     t.setShowFoldAxis(true);
     t.setFoldAxis(axis);
     t.updateChart();
     const std::vector<QPoint> red = redPixels(t.chartImage());
+    if (!drawn) {
+        QVERIFY(red.empty());
+        QVERIFY(t.record([&](QPainter* p) { t.drawFoldAxis(p); }).isEmpty());
+        return;
+    }
     QVERIFY(!red.empty());
-    // Through the axis point (the line's own place), at right angles to the azimuth.
+    // Through the axis point (the line's own place), at right angles to the azimuth, and R
+    // either side of it, less where the raster ends.
     const QPointF a = expectedLinePixel(t, axis.x(), axis.y());
     const QPointF across = along(axis.y() + 90.0);
     double lowest = 1e27, highest = -1e27, nearest = 1e27;
     for (const QPoint& p : red) {
-        const QPointF centreOfPixel = QPointF(p) + QPointF(0.5, 0.5);
-        QVERIFY2(distanceToLine(centreOfPixel, a, across) < 1.5,
-                 qPrintable(QStringLiteral("%1,%2").arg(p.x()).arg(p.y())));
-        const QPointF d = centreOfPixel - a;
+        const QPointF d = QPointF(p) + QPointF(0.5, 0.5) - a;
+        const double off = std::abs(d.x() * across.y() - d.y() * across.x());
+        QVERIFY2(off < 1.5, qPrintable(QStringLiteral("%1,%2").arg(p.x()).arg(p.y())));
         const double s = d.x() * across.x() + d.y() * across.y();
         lowest = std::min(lowest, s);
         highest = std::max(highest, s);
         nearest = std::min(nearest, std::hypot(d.x(), d.y()));
     }
     QVERIFY(nearest < 1.5);
-    // R either side of the point, less where the raster ends.
     QVERIFY2(highest - lowest > 1.5 * t.radius(), qPrintable(QString::number(highest - lowest)));
-}
-
-void TestTangentPlot::foldAxisAtTheCutOffDrawsNothing_data()
-{
-    QTest::addColumn<QPointF>("axis");
-    QTest::newRow("65 north") << QPointF(65, 0);
-    QTest::newRow("65 at 123.4") << QPointF(65, 123.4);
-    QTest::newRow("no plunge") << QPointF(kNaN, 10);
-    QTest::newRow("no azimuth") << QPointF(30, kNaN);
-}
-
-void TestTangentPlot::foldAxisAtTheCutOffDrawsNothing()
-{
-    QFETCH(QPointF, axis);
-    Tangent t;
-    t.setShowFoldAxis(true);
-    t.setFoldAxis(axis);
-    t.updateChart();
-    QVERIFY(redPixels(t.chartImage()).empty());
-    QVERIFY(t.record([&](QPainter* p) { t.drawFoldAxis(p); }).isEmpty());
-    // Just off the cut-off there is a line again.
-    if (axis.x() == 65.0 && std::isfinite(axis.y())) {
-        t.setFoldAxis(QPointF(64.0, axis.y()));
-        t.updateChart();
-        QVERIFY(!redPixels(t.chartImage()).empty());
-    }
-}
-
-void TestTangentPlot::foldedBedsLieOnTheFoldAxis_data()
-{
-    QTest::addColumn<QPointF>("axis");
-    QTest::newRow("25/060") << QPointF(25, 60);
-    QTest::newRow("10/180") << QPointF(10, 180);
-    QTest::newRow("45/300") << QPointF(45, 300);
-    QTest::newRow("0/90") << QPointF(0, 90);
-}
-
-void TestTangentPlot::foldedBedsLieOnTheFoldAxis()
-{
-    // The point of the chart: beds that contain the fold axis, drawn as their lines of steepest
-    // dip, lie on the axis's straight line.
-    QFETCH(QPointF, axis);
-    Tangent t;
-    t.setFoldAxis(axis);
-    const QStringList calls = t.record([&](QPainter* p) { t.drawFoldAxis(p); });
-    std::vector<QLineF> lines;
-    for (const QString& call : calls)
-        for (const QLineF& l : recordedLines(call))
-            lines.push_back(l);
-    QCOMPARE(int(lines.size()), 2);
-    QVERIFY(calls.first().contains(QStringLiteral("pen #ffff0000 2")));
-    // Two halves from the axis point, R long, in opposite senses.
-    QCOMPARE(lines[0].p1(), lines[1].p1());
-    QVERIFY(std::abs(lines[0].length() - t.radius()) < 0.01);
-    QVERIFY(std::abs(lines[1].length() - t.radius()) < 0.01);
-    const QPointF direction = lines[0].p2() - lines[1].p2();
-
-    const double p = axis.x() * kDeg, a = axis.y() * kDeg;
-    const std::array<double, 3> ax = {std::cos(a) * std::cos(p), std::sin(a) * std::cos(p), std::sin(p)};
-    // Two unit normals at right angles to the axis; a bed's normal turns between them.
-    std::array<double, 3> first = {-ax[1], ax[0], 0.0};
-    const double n1 = std::hypot(first[0], first[1]);
-    first = {first[0] / n1, first[1] / n1, 0.0};
-    const std::array<double, 3> second = {ax[1] * first[2] - ax[2] * first[1], ax[2] * first[0] - ax[0] * first[2],
-                                          ax[0] * first[1] - ax[1] * first[0]};
-    t.setPointKind(1);
-    int drawn = 0;
-    for (int turn = -80; turn <= 80; turn += 4) {
-        std::array<double, 3> n;
-        for (int i = 0; i < 3; ++i)
-            n[i] = std::cos(turn * kDeg) * first[i] + std::sin(turn * kDeg) * second[i];
-        if (n[2] < 0)
-            n = {-n[0], -n[1], -n[2]};
-        const double dip = std::acos(std::min(1.0, n[2])) / kDeg;
-        if (dip < 0.5 || dip > 75.0)
-            continue;
-        const double dipAzimuth = std::atan2(-n[1], -n[0]) / kDeg;
-        const QPointF pixel = t.transformInPixelPoint(QPointF(dip, dipAzimuth));
-        QVERIFY2(distanceToLine(pixel, lines[0].p1(), direction) < 0.01,
-                 qPrintable(QStringLiteral("bed %1/%2").arg(dip).arg(dipAzimuth)));
-        ++drawn;
-    }
-    QVERIFY(drawn > 10);
 }
 
 void TestTangentPlot::netCirclesStopBelowTheCutOff_data()
@@ -729,15 +569,6 @@ void TestTangentPlot::lassoSelectsThePointsInside()
                                                                  .arg(rows[row].x())
                                                                  .arg(rows[row].y())));
         QCOMPARE(emitted.size() > std::size_t(row) && emitted.test(std::size_t(row)), inside);
-    }
-    // Control adds a second lasso's points to the first's.
-    if (shape == QLatin1String("inside 30")) {
-        const int before = int(emitted.count());
-        QVector<QPointF> ring;
-        for (int b = 0; b < 360; b += 5)
-            ring << c + t.tangentRadius(47.0) * along(b);
-        lasso(t, ring, Qt::ControlModifier);
-        QCOMPARE(int(emitted.count()), before + 8);
     }
 }
 
