@@ -11,7 +11,7 @@ mkdir -p "$out"
 
 scripts/install-deps.sh
 cmake -S . -B build/gallery -G Ninja -DCMAKE_BUILD_TYPE=Release -DRK_BUILD_TESTS=OFF -DRK_BUILD_BENCH=OFF >/dev/null
-examples=(rk_chart_example rk_bar_example rk_rose_example rk_stereo_example rk_crossplot_example)
+examples=(rk_chart_example rk_bar_example rk_rose_example rk_stereo_example rk_tangent_example rk_crossplot_example)
 cmake --build build/gallery -j2 --target rk_demo_host "${examples[@]}"
 
 # Off screen, without borrowing anyone's OpenGL, and with first-start settings whatever the user
