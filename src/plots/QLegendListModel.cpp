@@ -20,22 +20,44 @@ int QLegendListModel::rowCount(const QModelIndex& parent) const
 {
     if (parent.isValid())
         return 0;
+    if (!m_sampleUnderIdZero)
+        return static_cast<int>(m_ids.size());
     return std::max(m_values.size() - 1, 0);
+}
+
+int QLegendListModel::idOfRow(int row) const
+{
+    if (row < 0 || row >= rowCount())
+        return -1;
+    return m_sampleUnderIdZero ? row + 1 : m_ids[static_cast<std::size_t>(row)];
+}
+
+int QLegendListModel::rowOfId(int id) const
+{
+    if (m_sampleUnderIdZero)
+        return id >= 1 && id <= rowCount() ? id - 1 : -1;
+    const auto at = std::lower_bound(m_ids.begin(), m_ids.end(), id);
+    return at != m_ids.end() && *at == id ? static_cast<int>(at - m_ids.begin()) : -1;
 }
 
 int QLegendListModel::columnCount(const QModelIndex& parent) const { return parent.isValid() ? 0 : 2; }
 
 QVariant::Type QLegendListModel::cellType() const
 {
+    if (m_values.isEmpty())
+        return QVariant::Double;
+    // Every key a class: any of them tells the attribute's type.
+    if (!m_sampleUnderIdZero)
+        return m_values.first().type();
     // The sample value is the one under id 0, not the lowest id: an undefined class may sit below.
-    return m_values.isEmpty() ? QVariant::Double : m_values.value(0).type();
+    return m_values.value(0).type();
 }
 
 QVariant QLegendListModel::data(const QModelIndex& index, int role) const
 {
     if (!index.isValid() || index.row() >= rowCount() || index.column() >= 2)
         return QVariant();
-    const int id = index.row() + 1;
+    const int id = idOfRow(index.row());
     if (role == Qt::DisplayRole)
         return index.column() == 0 ? m_values.value(id) : QVariant(id);
     if (role == Qt::DecorationRole && index.column() == 0) {
@@ -49,7 +71,7 @@ QVariant QLegendListModel::data(const QModelIndex& index, int role) const
 
 QVariant QLegendListModel::decoration(int row) const
 {
-    const int id = row + 1;
+    const int id = idOfRow(row);
     if (cellType() == QVariant::Color)
         return m_symbolNode ? QVariant(m_symbolNode->color(m_values.value(id).toString())) : QVariant();
     if (m_type == ColorLegend)
@@ -76,7 +98,7 @@ void QLegendListModel::changeSymbolColor(const QModelIndex& index, const QColor&
 {
     if (!index.isValid() || index.row() >= rowCount())
         return;
-    const int id = index.row() + 1;
+    const int id = idOfRow(index.row());
     m_colors.insert(id, colour);
     QRelationshipItemModel* models[2] = {m_chart ? m_chart->model() : nullptr, m_lineationModel};
     for (QRelationshipItemModel* model : models) {
@@ -97,6 +119,9 @@ void QLegendListModel::setClasses(const QMap<int, QVariant>& values, const QMap<
     beginResetModel();
     m_values = values;
     m_colors = colours;
+    m_ids.clear();
+    if (!m_sampleUnderIdZero)
+        m_ids.assign(values.keyBegin(), values.keyEnd());
     endResetModel();
 }
 

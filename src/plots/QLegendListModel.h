@@ -2,11 +2,18 @@
 // The legend of a chart's symbol or colour classes: one row per class id (the key 0 holds a
 // sample value of the attribute and is not shown). Only rows near the scroll position get a
 // rendered symbol, so a legend of a hundred thousand classes scrolls at the cost of one page.
+//
+// A panel whose classes are numbered as the model numbers its points (from 0, or by the values
+// of an integer column) turns the sample off (setSampleUnderIdZero(false)): every key is then a
+// class, rows follow the keys in ascending order, and the swatch of a row is drawn with its own
+// key, the symbol the chart gives the points of that class.
 
 #include <QAbstractTableModel>
 #include <QColor>
 #include <QMap>
 #include <QVariant>
+
+#include <vector>
 
 namespace rkBase {
 
@@ -34,6 +41,13 @@ public:
 
     // Replaces the classes; the maps are keyed by class id.
     void setClasses(const QMap<int, QVariant>& values, const QMap<int, QColor>& colours);
+    // true (the default): the key 0 holds a sample value, rows show the ids 1, 2, ... in turn.
+    // false: every key is a class (see above). Takes effect at the next setClasses().
+    void setSampleUnderIdZero(bool on) { m_sampleUnderIdZero = on; }
+    bool sampleUnderIdZero() const { return m_sampleUnderIdZero; }
+    // The class id a row shows, and the row of a class id (-1 when none shows it).
+    int idOfRow(int row) const;
+    int rowOfId(int id) const;
     const QMap<int, QVariant>& classValues() const { return m_values; }
     const QMap<int, QColor>& classColors() const { return m_colors; }
     void setVisibleRows(int first, int last);
@@ -55,6 +69,8 @@ private:
     QRelationshipItemModel* m_lineationModel = nullptr;
     LegendType m_type;
     MatrixData* m_symbolNode = nullptr;
+    bool m_sampleUnderIdZero = true;
+    std::vector<int> m_ids; // row -> id, without the sample
 };
 
 } // namespace rkBase
