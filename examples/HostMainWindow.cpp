@@ -6,6 +6,8 @@
 #include <QChartDrawingArea.h>
 #include <QCrossPlotWidget.h>
 #include <QDepthPlotWidget.h>
+#include <QStereoChartWidget.h>
+#include <QTangentChartWidget.h>
 #include <MatrixDataRestore.h>
 #include <QDataAnalyserDialog.h>
 #include <QModifyCellsDialog.h>
@@ -131,6 +133,14 @@ void HostMainWindow::chooseChartColumns()
     if (rkBase::QDepthPlotWidget* depth = m_analyser->depthPlotChart()) {
         depth->setCurrentHorizontalSelectedDataSet(QStringLiteral("Porosity"));
         depth->setCurrentVerticalSelectedDataSet(QStringLiteral("Measured Depth"));
+    }
+    // Bedding dips and dip azimuths on both nets.
+    for (rkBase::QStereoChartWidget* net : {m_analyser->stereoChart(),
+                                            static_cast<rkBase::QStereoChartWidget*>(m_analyser->tangentChart())}) {
+        if (!net)
+            continue;
+        net->setCurrentDipSelectedDataSet(QStringLiteral("dip"));
+        net->setCurrentAzimuthSelectedDataSet(QStringLiteral("azimuth"));
     }
     m_analyser->resetChartsUpdateNeeded();
     m_analyser->slotTabWidgetChanged();

@@ -10,6 +10,8 @@
 #include <QDepthPlotWidget.h>
 #include <QFinalPolish.h>
 #include <QRKEBarChartWidget.h>
+#include <QStereoChartWidget.h>
+#include <QTangentChartWidget.h>
 #include <QSelectCellsDialog.h>
 #include <QSortFilterProxyVertexItemModel.h>
 #include <QTreeItemModel.h>
@@ -68,8 +70,8 @@ MatrixData* QDataAnalyserDialog::createMatrixData(const QString& name, const QSt
 }
 
 void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tableMenu, UnitRegistry* registry,
-                                     Qt::Orientation splitterOrientation, bool crossPlotDefaultsToFirstEntry, bool,
-                                     bool withDepthPlot, bool withBarChart, bool, bool withCrossPlot, int minMaxMode,
+                                     Qt::Orientation splitterOrientation, bool crossPlotDefaultsToFirstEntry,
+                                     bool withOrientationCharts, bool withDepthPlot, bool withBarChart, bool, bool withCrossPlot, int minMaxMode,
                                      bool withFieldData, bool hideCoordinateColumns)
 {
     if (m_dataRoot && !m_dataRoot->registry())
@@ -128,6 +130,10 @@ void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tab
             createBarDiagram(chartSettingsKey);
         if (withCrossPlot)
             createRelationshipChart(chartSettingsKey);
+        if (withOrientationCharts) {
+            createStereoChart(chartSettingsKey);
+            createTangentChart(chartSettingsKey);
+        }
         if (withDepthPlot)
             createDepthPlot(chartSettingsKey);
     } else {
@@ -319,6 +325,10 @@ void QDataAnalyserDialog::changeDataRoot(MatrixData* root)
         m_depthPlot->setDataRoot(root);
     if (m_crossPlotChart)
         m_crossPlotChart->setDataRoot(root);
+    if (m_stereoChart)
+        m_stereoChart->setDataRoot(root);
+    if (m_tangentChart)
+        m_tangentChart->setDataRoot(root);
     hideShowOrientationWindows();
 }
 

@@ -28,6 +28,8 @@ class DisplayUnitManager;
 class QAttributeTreeView;
 class QCrossPlotWidget;
 class QDepthPlotWidget;
+class QStereoChartWidget;
+class QTangentChartWidget;
 class QRKEBarChartWidget;
 class QRelationshipItemModel;
 class QSelectCellsDialog;
@@ -68,6 +70,9 @@ public:
     // track. The panels keep their settings under the window's group (see readSettings).
     void createRelationshipChart(const QString& chartSettingsKey);
     void createDepthPlot(const QString& chartSettingsKey);
+    // The "STEREOPLOT" and "TANGENTPLOT" pages, made when the window shows orientation charts.
+    void createStereoChart(const QString& chartSettingsKey);
+    void createTangentChart(const QString& chartSettingsKey);
     QMenu* createDefaultPopupMenu();
 
     void showTab(const QString& key, const QString& title);
@@ -112,6 +117,8 @@ public:
     QRKEBarChartWidget* barChart() const { return m_barChart; }
     QCrossPlotWidget* crossPlotChart() const { return m_crossPlotChart; }
     QDepthPlotWidget* depthPlotChart() const { return m_depthPlot; }
+    QStereoChartWidget* stereoChart() const { return m_stereoChart; }
+    QTangentChartWidget* tangentChart() const { return m_tangentChart; }
     QComboBox* filterComboBox() const { return m_filterComboBox; }
     QAction* pasteAction() const { return m_pasteAction; }
     QString fileName() const { return m_fileName; }
@@ -203,6 +210,11 @@ private:
     void runChartUpdate(int flag);
     void handOverChartRows(const char* tabKey);
     void handOverPanelData(QCrossPlotWidget* panel);
+    // The dip, azimuth, colour, symbol and (with lineation) lineation columns a stereo or
+    // tangent panel names, with the table's rows.
+    void handOverOrientationData(QStereoChartWidget* panel, bool withLineation);
+    // The column of a panel's box id, when it is still in the tree.
+    MatrixData* chartNode(int id, const QList<MatrixData*>& leafs) const;
     void refillChartSelectionBoxes();
     // A chart page with the key as objectName, its icon and title, and the vertical splitter
     // that holds its panel above an empty frame.
@@ -238,6 +250,10 @@ private:
     QSplitter* m_barSplitter = nullptr;
     QSplitter* m_crossPlotSplitter = nullptr;
     QSplitter* m_depthSplitter = nullptr;
+    QStereoChartWidget* m_stereoChart = nullptr;
+    QTangentChartWidget* m_tangentChart = nullptr;
+    QSplitter* m_stereoSplitter = nullptr;
+    QSplitter* m_tangentSplitter = nullptr;
     int m_currentSymbolItem = 0;
     int m_currentColorItem = 0;
     QAction* m_pasteAction = nullptr;

@@ -11,6 +11,8 @@
 #include <QDepthPlotWidget.h>
 #include <QRKEBarChartWidget.h>
 #include <QRelationshipItemModel.h>
+#include <QStereoChartWidget.h>
+#include <QTangentChartWidget.h>
 #include <QSortFilterProxyVertexItemModel.h>
 #include <QVertexItemModel.h>
 #include <QVertexMinMaxModelTableView.h>
@@ -100,8 +102,39 @@ void QDataAnalyserDialog::createDepthPlot(const QString&)
     m_depthPlot->setDataRoot(m_dataRoot);
 }
 
+void QDataAnalyserDialog::createStereoChart(const QString& chartSettingsKey)
+{
+    m_stereoSplitter = addChartPage("STEREOPLOT", QStringLiteral(":/rkBaseQt/Resources/stereo_plot.png"), tr("Stereo Plot"));
+    m_stereoChart = new QStereoChartWidget(tr("Stereo Projection"), m_stereoSplitter, m_displayUnitManager, true, true,
+                                           Qt::WindowFlags(), true, chartSettingsKey);
+    m_stereoSplitter->addWidget(m_stereoChart);
+    m_stereoSplitter->addWidget(new QFrame(m_stereoSplitter));
+    connect(m_stereoChart, SIGNAL(dataSetSelected()), this, SLOT(updateStereoChartData()));
+    connect(m_stereoChart, SIGNAL(dataPointsSelection(boost::dynamic_bitset<>)), this,
+            SLOT(setNewRowSelectionFromGraphicalSelection(boost::dynamic_bitset<>)));
+    connect(m_stereoChart, SIGNAL(signalCreateMeanPrincipalPointCloud()), this, SIGNAL(signalCreateMeanPrincipalPointCloud()));
+    m_stereoChart->setDataRoot(m_dataRoot);
+}
+
+void QDataAnalyserDialog::createTangentChart(const QString&)
+{
+    m_tangentSplitter = addChartPage("TANGENTPLOT", QStringLiteral(":/rkBaseQt/Resources/tangent_plot.png"), tr("Tangent Plot"));
+    m_tangentChart = new QTangentChartWidget(tr("Tangent Plot"), m_tangentSplitter, m_displayUnitManager, true, true,
+                                             Qt::WindowFlags());
+    m_tangentSplitter->addWidget(m_tangentChart);
+    m_tangentSplitter->addWidget(new QFrame(m_tangentSplitter));
+    connect(m_tangentChart, SIGNAL(dataSetSelected()), this, SLOT(updateTangentChartData()));
+    connect(m_tangentChart, SIGNAL(dataPointsSelection(boost::dynamic_bitset<>)), this,
+            SLOT(setNewRowSelectionFromGraphicalSelection(boost::dynamic_bitset<>)));
+    m_tangentChart->setDataRoot(m_dataRoot);
+}
+
 void QDataAnalyserDialog::setLightMode()
 {
+    if (m_stereoChart)
+        m_stereoChart->setLightMode();
+    if (m_tangentChart)
+        m_tangentChart->setLightMode();
     // The depth panel is told twice: hosts have always called it so, and it does no harm.
     if (m_depthPlot)
         m_depthPlot->setLightMode();
@@ -117,7 +150,7 @@ void QDataAnalyserDialog::resetSplitterRatios()
     if (!m_splitterResetPending || !m_barSplitter)
         return;
     const QList<int> sizes{m_tabWidget ? m_tabWidget->height() : 0, 0};
-    for (QSplitter* splitter : {m_barSplitter, m_crossPlotSplitter, m_depthSplitter})
+    for (QSplitter* splitter : {m_barSplitter, m_crossPlotSplitter, m_depthSplitter, m_stereoSplitter, m_tangentSplitter})
         if (splitter)
             splitter->setSizes(sizes);
     m_splitterResetPending = false;
@@ -127,6 +160,15 @@ void QDataAnalyserDialog::copyToClipboard()
 {
     if (m_barChart && isCurrentTab("BARCHART")) {
         m_barChart->copyToClipboard();
+        if (m_pasteAction)
+            m_pasteAction->setEnabled(false);
+        return;
+    }
+    QStereoChartWidget* orientation = isCurrentTab("STEREOPLOT")    ? m_stereoChart
+                                      : isCurrentTab("TANGENTPLOT") ? static_cast<QStereoChartWidget*>(m_tangentChart)
+                                                                    : nullptr;
+    if (orientation) {
+        orientation->copyToClipboard();
         if (m_pasteAction)
             m_pasteAction->setEnabled(false);
         return;
@@ -267,14 +309,17 @@ void QDataAnalyserDialog::handOverChartRows(const char* tabKey)
 // the sheet no longer shows gives null, and the panel draws nothing for it. The sheet's model
 // may still number a column that the host has taken out of the tree and not yet told the window
 // about: only columns still in the tree are handed over.
+MatrixData* QDataAnalyserDialog::chartNode(int id, const QList<MatrixData*>& leafs) const
+{
+    MatrixData* n = m_vertexItemModel ? m_vertexItemModel->getNode(id) : nullptr;
+    return n && leafs.contains(n) ? n : nullptr;
+}
+
 void QDataAnalyserDialog::handOverPanelData(QCrossPlotWidget* panel)
 {
     WaitCursor wait;
     const QList<MatrixData*> leafs = m_dataRoot ? m_dataRoot->leafs() : QList<MatrixData*>();
-    auto node = [this, &leafs](int id) -> MatrixData* {
-        MatrixData* n = m_vertexItemModel ? m_vertexItemModel->getNode(id) : nullptr;
-        return n && leafs.contains(n) ? n : nullptr;
-    };
+    auto node = [this, &leafs](int id) { return chartNode(id, leafs); };
     MatrixData* horizontal = node(panel->currentHorizontalSelectedDataSet());
     MatrixData* vertical = node(panel->currentVerticalSelectedDataSet());
     MatrixData* colour = node(panel->currentColorSelectedDataSet());
@@ -306,14 +351,28 @@ void QDataAnalyserDialog::updateRoseChartData()
     handOverChartRows("ROSEPLOT");
 }
 
+void QDataAnalyserDialog::handOverOrientationData(QStereoChartWidget* panel, bool withLineation)
+{
+    WaitCursor wait;
+    const QList<MatrixData*> leafs = m_dataRoot ? m_dataRoot->leafs() : QList<MatrixData*>();
+    auto node = [this, &leafs](int id) { return chartNode(id, leafs); };
+    MatrixData* plunge = withLineation ? node(panel->currentLineationPlungeDataSet()) : nullptr;
+    MatrixData* plungeAzimuth = withLineation ? node(panel->currentLineationPlungeAzimuthDataSet()) : nullptr;
+    panel->setDataSet(node(panel->currentDipSelectedDataSet()), node(panel->currentAzimuthSelectedDataSet()),
+                      node(panel->currentColorSelectedDataSet()), node(panel->currentSymbolSelectedDataSet()), plunge,
+                      plungeAzimuth, chartDataRows());
+}
+
 void QDataAnalyserDialog::updateStereoChartData()
 {
-    // Guarded by its panel, which this window does not have.
+    if (m_stereoChart)
+        handOverOrientationData(m_stereoChart, true);
 }
 
 void QDataAnalyserDialog::updateTangentChartData()
 {
-    // Guarded by its panel, which this window does not have.
+    if (m_tangentChart)
+        handOverOrientationData(m_tangentChart, false);
 }
 
 void QDataAnalyserDialog::updateBarChart()
@@ -378,6 +437,31 @@ void QDataAnalyserDialog::updateChartDataSetSelectionBox(MatrixData::AttributeCo
             break;
         }
     }
+    QStereoChartWidget* const orientationPanels[] = {m_stereoChart, m_tangentChart};
+    for (QStereoChartWidget* panel : orientationPanels) {
+        if (!panel)
+            continue;
+        switch (collection) {
+        case MatrixData::NumericAttributes:
+            break;
+        case MatrixData::ColorAttributes:
+            // The symbol item on purpose: these panels have always been given it.
+            panel->updateColorAttributeDataSetSelectionBox(names, ids, m_currentSymbolItem);
+            break;
+        case MatrixData::OrientationAttributes:
+            panel->updateDataSetSelectionBox(names, ids);
+            if (panel == m_stereoChart)
+                panel->updateLineationDataSetSelectionBox(names, ids);
+            break;
+        case MatrixData::PitchAndGroupAttributes:
+            if (panel == m_stereoChart)
+                panel->updatePitchDirectionDataSetSelectionBox(names, ids);
+            break;
+        default:
+            panel->updateSymbolAttributeDataSetSelectionBox(names, ids, m_currentSymbolItem);
+            break;
+        }
+    }
     resetChartsUpdateNeeded();
 }
 
@@ -396,6 +480,9 @@ void QDataAnalyserDialog::setFilterKeyColumn()
         m_crossPlotChart->setDisplayDataType(type);
     if (m_depthPlot)
         m_depthPlot->setDisplayDataType(type);
+    for (QStereoChartWidget* panel : {m_stereoChart, static_cast<QStereoChartWidget*>(m_tangentChart)})
+        if (panel)
+            panel->setDisplayDataType(type);
     resetChartsUpdateNeeded();
     slotTabWidgetChanged();
 }
