@@ -1,16 +1,83 @@
 #include "QProbabilityPlot.h"
 
-#include "MatrixData.h"
-#include "QRelationshipItemModel.h"
+#include "QCrossPlot.h"
+
+#include <MatrixData.h>
+#include <QRelationshipItemModel.h>
+
+#include <QCoreApplication>
+#include <QPoint>
+#include <QPointF>
+
+#include <algorithm>
+#include <cmath>
 
 namespace rkBase {
+
+namespace {
+
+const char* const kExponential = "EXPONENTIAL";
+const char* const kUniform = "UNIFORM";
+const char* const kNormal = "NORMAL";
+constexpr double kNoValue = 99999.0;
+constexpr double kDegToRad = 3.14159265358979323846 / 180.0;
+
+QString plotText(const char* text)
+{
+    return QCoreApplication::translate("QProbabilityPlot", text);
+}
+
+// Acklam's rational approximation of the standard normal quantile (relative error below
+// 1.15e-9), in its three ranges. p outside all of them (0, 1 and beyond) leaves x as it was.
+void normalQuantile(double p, double& x)
+{
+    static const double a[] = {-3.969683028665376e+01, 2.209460984245205e+02, -2.759285104469687e+02,
+                               1.383577518672690e+02,  -3.066479806614716e+01, 2.506628277459239e+00};
+    static const double b[] = {-5.447609879822406e+01, 1.615858368580409e+02, -1.556989798598866e+02,
+                               6.680131188771972e+01,  -1.328068155288572e+01};
+    static const double c[] = {-7.784894002430293e-03, -3.223964580411365e-01, -2.400758277161838e+00,
+                               -2.549732539343734e+00, 4.374664141464968e+00,  2.938163982698783e+00};
+    static const double d[] = {7.784695709041462e-03, 3.224671290700398e-01, 2.445134137142996e+00,
+                               3.754408661907416e+00};
+    const double low = 0.02425;
+    const double high = 0.97575;
+
+    if (p > 0.0 && p < low) {
+        const double q = std::sqrt(-2.0 * std::log(p));
+        x = (((((c[0] * q + c[1]) * q + c[2]) * q + c[3]) * q + c[4]) * q + c[5])
+            / ((((d[0] * q + d[1]) * q + d[2]) * q + d[3]) * q + 1.0);
+    } else if (p >= low && p <= high) {
+        const double q = p - 0.5;
+        const double r = q * q;
+        x = (((((a[0] * r + a[1]) * r + a[2]) * r + a[3]) * r + a[4]) * r + a[5]) * q
+            / (((((b[0] * r + b[1]) * r + b[2]) * r + b[3]) * r + b[4]) * r + 1.0);
+    } else if (p > high && p < 1.0) {
+        const double q = std::sqrt(-2.0 * std::log(1.0 - p));
+        x = -(((((c[0] * q + c[1]) * q + c[2]) * q + c[3]) * q + c[4]) * q + c[5])
+            / ((((d[0] * q + d[1]) * q + d[2]) * q + d[3]) * q + 1.0);
+    }
+}
+
+} // namespace
 
 QProbabilityPlot::QProbabilityPlot(QWidget* parent, DisplayUnitManager* manager, QString const& type)
     : QCrossPlotWidget(parent, manager, false, false, false), m_type(type)
 {
+    // A lasso on the chart reaches the stereo panel with the name of the distribution, so that
+    // the panel knows which of its plots the rows came from.
+    // The base connected the chart to its own slot of the same name; that one goes.
+    disconnect(crossPlot, SIGNAL(dataPointsSelection(boost::dynamic_bitset<>)), this, nullptr);
+    connect(crossPlot, SIGNAL(dataPointsSelection(boost::dynamic_bitset<>)), this,
+            SLOT(slotDataPointsSelection(boost::dynamic_bitset<>)));
 }
 
-QProbabilityPlot::~QProbabilityPlot() { deleteColumns(); }
+QProbabilityPlot::~QProbabilityPlot()
+{
+    // The chart and its model point at the columns; they let go before the columns do.
+    relationshipModel->clearData();
+    horizontalData = verticalData = nullptr;
+    deleteColumns();
+}
 
 void QProbabilityPlot::deleteColumns()
 {
@@ -20,12 +87,147 @@ void QProbabilityPlot::deleteColumns()
     m_sample = nullptr;
 }
 
-double QProbabilityPlot::updateProbabilityPlot(QRelationshipItemModel*) { return 99999.0; }
-void QProbabilityPlot::createQuantile(QRelationshipItemModel*, QString const&, std::vector<gdfVertex>& out) { out.clear(); }
-void QProbabilityPlot::createUniformProbability(QRelationshipItemModel*) {}
-void QProbabilityPlot::createExpontentialProbability(QRelationshipItemModel*) {}
-void QProbabilityPlot::createNormalProbability(QRelationshipItemModel*) {}
-void QProbabilityPlot::inverse_normal_distribution(MatrixData*& out) { out = nullptr; }
-void QProbabilityPlot::slotDataPointsSelection(boost::dynamic_bitset<> const& rows) { emit dataPointsSelection(rows, m_type); }
+double QProbabilityPlot::updateProbabilityPlot(QRelationshipItemModel* model)
+{
+    relationshipModel->clearData();
+    horizontalData = verticalData = nullptr;
+    deleteColumns();
+
+    const int rows = model ? std::max(0, model->numberOfTableRows()) : 0;
+    const char* referenceName = m_type == QLatin1String(kExponential) ? "Exponential Distribution"
+                                : m_type == QLatin1String(kNormal)    ? "Normal Distribution"
+                                                                      : "Uniform Distribution";
+    m_reference = new MatrixData(plotText(referenceName), rows, 1, QVariant::Double);
+    m_sample = new MatrixData(plotText("Sample Quantile"), rows, 1, QVariant::Double);
+
+    if (model) {
+        if (m_type == QLatin1String(kExponential))
+            createExpontentialProbability(model);
+        else if (m_type == QLatin1String(kNormal))
+            createNormalProbability(model);
+        else
+            createUniformProbability(model);
+    }
+
+    // No points, no line: a slope left from the last data must not pass for this one's.
+    trendLineSlope = kNoValue;
+    setDataSet(m_reference, m_sample, nullptr, nullptr);
+    return getRegressionSlope();
+}
+
+void QProbabilityPlot::createQuantile(QRelationshipItemModel* model, QString const& type, std::vector<gdfVertex>& out)
+{
+    out.clear();
+    if (!model || !model->data())
+        return;
+    const bool uniform = type == QLatin1String(kUniform);
+    const bool exponential = type == QLatin1String(kExponential);
+    const bool normal = type == QLatin1String(kNormal);
+    const int rows = model->data()->validValueRowCount();
+    for (int row = 0; row < rows; ++row) {
+        if (!model->passesRowFilter(row))
+            continue;
+        const QVariant rotated = model->rotatedData(row);
+        if (!rotated.isValid())
+            continue;
+        double x = 0.0;
+        if (uniform) {
+            // Whole degrees: the longitude is read as a QPoint, which rounds.
+            x = rotated.toPoint().y() / 360.0;
+        } else {
+            const QPointF p = rotated.toPointF();
+            const double colatitude = p.x() * kDegToRad;
+            if (exponential)
+                x = 1.0 - std::cos(colatitude);
+            else if (normal)
+                x = std::sqrt(std::max(0.0, std::sin(colatitude))) * p.y() * kDegToRad;
+        }
+        // A value that cannot be ordered would break the sort; it cannot be plotted either.
+        if (!std::isfinite(x))
+            continue;
+        out.emplace_back(x, double(model->tableRow(row)), 0.0);
+    }
+    std::stable_sort(out.begin(), out.end(), [](const gdfVertex& l, const gdfVertex& r) { return l.x() < r.x(); });
+}
+
+namespace {
+
+// Writes the sorted sample values and their expected quantiles, reference(i, n) for the i-th
+// (1-based) of n, at the table row each came from. An expected quantile that does not exist
+// (more samples than n counts) leaves the row blank.
+template <typename Reference>
+void writeQuantiles(const std::vector<gdfVertex>& quantiles, int n, MatrixData* referenceColumn,
+                    MatrixData* sampleColumn, Reference reference)
+{
+    if (!referenceColumn || !sampleColumn)
+        return;
+    for (std::size_t k = 0; k < quantiles.size(); ++k) {
+        const int row = int(quantiles[k].y());
+        const double expected = reference(double(k + 1), double(n));
+        if (row < 0 || !std::isfinite(expected))
+            continue;
+        sampleColumn->setValue(row, 0, QVariant(quantiles[k].x()));
+        referenceColumn->setValue(row, 0, QVariant(expected));
+    }
+}
+
+} // namespace
+
+void QProbabilityPlot::createUniformProbability(QRelationshipItemModel* model)
+{
+    std::vector<gdfVertex> quantiles;
+    createQuantile(model, QString::fromLatin1(kUniform), quantiles);
+    if (quantiles.empty())
+        return;
+    writeQuantiles(quantiles, model->numberOfSelectedPoints(), m_reference, m_sample,
+                   [](double i, double n) { return (i - 0.5) / n; });
+}
+
+void QProbabilityPlot::createExpontentialProbability(QRelationshipItemModel* model)
+{
+    std::vector<gdfVertex> quantiles;
+    createQuantile(model, QString::fromLatin1(kExponential), quantiles);
+    if (quantiles.empty())
+        return;
+    writeQuantiles(quantiles, model->numberOfSelectedPoints(), m_reference, m_sample,
+                   [](double i, double n) { return std::log(n / (n - i + 0.5)); });
+}
+
+void QProbabilityPlot::createNormalProbability(QRelationshipItemModel* model)
+{
+    std::vector<gdfVertex> quantiles;
+    createQuantile(model, QString::fromLatin1(kNormal), quantiles);
+    if (quantiles.empty())
+        return;
+    MatrixData* table = nullptr;
+    inverse_normal_distribution(table);
+    writeQuantiles(quantiles, model->numberOfSelectedPoints(), m_reference, m_sample,
+                   [table](double i, double n) {
+                       const double p = (i - 0.5) / n;
+                       return std::isfinite(p) ? table->getInterpolationValue(p, 0, 1) : p;
+                   });
+    delete table;
+}
+
+void QProbabilityPlot::inverse_normal_distribution(MatrixData*& out)
+{
+    constexpr int kRows = 201;
+    constexpr double kFirst = 1e-05;
+    constexpr double kStep = 0.005;
+    out = new MatrixData(QStringLiteral("inverse_normal_distribution"), kRows, 2, QVariant::Double);
+    double p = kFirst;
+    double x = 0.0;
+    for (int row = 0; row < kRows; ++row) {
+        normalQuantile(p, x);
+        out->setValue(row, 0, QVariant(p));
+        out->setValue(row, 1, QVariant(x));
+        p = p + kStep > 1.0 ? 1.0 : p + kStep;
+    }
+}
+
+void QProbabilityPlot::slotDataPointsSelection(boost::dynamic_bitset<> const& rows)
+{
+    emit dataPointsSelection(rows, m_type);
+}
 
 } // namespace rkBase

@@ -13,7 +13,10 @@
 // - The expected quantile of the i-th smallest sample uses n = numberOfSelectedPoints(), which
 //   may differ from the number of plotted rows.
 // - The longitude is read as a whole number of degrees: 359.6 reads as 360.
-// - Both columns have one row per table row; rows that are not plotted stay blank.
+// - Both columns have one row per table row; rows that are not plotted stay blank, and so does a
+//   row whose expected quantile does not exist (more samples than n).
+// - The columns live outside the data tree: a plot given a data root (setDataRoot) would drop
+//   them as lost columns. Leave the root unset.
 
 #include "QCrossPlotWidget.h"
 

@@ -46,6 +46,7 @@ protected:
 private:
     // Scales the picture to the widget when the size has changed.
     void rescalePixmap();
+    bool drawable(const QPointF& pixel) const;
 
     QPixmap m_diagramPixmap;
     QPixmap m_scaledPixmap;
