@@ -667,6 +667,8 @@ QString QStereoChartWidget::currentColorSelectedDataSetName() const { return m_p
 QString QStereoChartWidget::currentSymbolSelectedDataSetName() const { return m_pqSymbolAttributeComboBox->currentText(); }
 QString QStereoChartWidget::currentLineationPlungeDataSetName() const { return m_pqLineationPlungeComboBox->currentText(); }
 QString QStereoChartWidget::currentLineationPlungeAzimuthDataSetName() const { return m_pqLineationAzimuthComboBox->currentText(); }
+void QStereoChartWidget::setCurrentDipSelectedDataSet(const QString& name) { PanelComboBoxes::selectText(m_pqDipComboBox, name); }
+void QStereoChartWidget::setCurrentAzimuthSelectedDataSet(const QString& name) { PanelComboBoxes::selectText(m_pqAzimuthComboBox, name); }
 
 void QStereoChartWidget::slotSymbolAttributeSelected()
 {

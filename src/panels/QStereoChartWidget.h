@@ -121,6 +121,10 @@ public:
     QString currentSymbolSelectedDataSetName() const;
     QString currentLineationPlungeDataSetName() const;
     QString currentLineationPlungeAzimuthDataSetName() const;
+    // A host's choice of columns by name; a name the box does not hold leaves it as it is.
+    // Nothing loads until the owner hands the data over.
+    void setCurrentDipSelectedDataSet(const QString& name);
+    void setCurrentAzimuthSelectedDataSet(const QString& name);
     // Both orientation boxes from the same names.
     void updateDataSetSelectionBox(const QStringList& names, const QList<int>& ids);
     // One box: refilled with "None" at the top, the previous name kept if it is still offered,
