@@ -363,7 +363,7 @@ void QRelationshipItemModel::rotateDataToMeanPole2(QPointF const& mean)
             longitude += 90.0;
         else if (X < 0.0 && Y != 0.0)
             longitude += 270.0;
-        m_rotatedData->setValue(row, 0, QVariant(QPointF(colatitude, longitude)));
+        m_rotatedData->setPointValue(row, QPointF(colatitude, longitude));
     }
     m_rotatedData->setValidValueRowCount(rows);
 }
@@ -388,7 +388,7 @@ void QRelationshipItemModel::rotateDataToForNormalQQPlot(QPointF const& mean)
         maxX = std::max(maxX, colatitude);
         minY = std::min(minY, longitude);
         maxY = std::max(maxY, longitude);
-        m_rotatedData->setValue(row, 0, QVariant(QPointF(colatitude, longitude)));
+        m_rotatedData->setPointValue(row, QPointF(colatitude, longitude));
     }
     // The range goes on the point list, not on the rotated copy: the Q-Q axes read it there.
     setMinMaxRanges(minX, minY, maxX, maxY);

@@ -13,6 +13,8 @@
 #include <QSignalSpy>
 #include <QTextDocument>
 #include <QTextEdit>
+
+#include <memory>
 #include <QtTest>
 
 #include <cmath>
@@ -99,6 +101,7 @@ private slots:
 
     void expectedQuantiles_data();
     void expectedQuantiles();
+    void normalReferenceIsTheTablesInterpolation();
     void countComesFromTheSelection();
     void moreSamplesThanTheCountLeaveBlanksNotNaN();
 
@@ -314,6 +317,31 @@ void TestProbabilityPlot::expectedQuantiles()
     QCOMPARE(plot.horizontalDataSet(), ref);
     QCOMPARE(plot.verticalDataSet(), smp);
     QCOMPARE(plot.model()->numberOfSelectedPoints(), 4);
+}
+
+// The normal plot reads the expected quantile off the table once per point: every value must be
+// the table's own interpolation, bit for bit, at (i - 0.5) / n.
+void TestProbabilityPlot::normalReferenceIsTheTablesInterpolation()
+{
+    const int n = 1001;
+    QVector<QPointF> rotated;
+    for (int i = 0; i < n; ++i)
+        rotated << QPointF(5.0 + (i * 37) % 170, -170.0 + (i * 53) % 340);
+    PlantedModel model;
+    model.load(flatDips(n), rotated, {}, QRelationshipItemModel::ShowAll);
+    QProbabilityPlot plot(nullptr, nullptr, QStringLiteral("NORMAL"));
+    plot.updateProbabilityPlot(&model);
+    std::vector<gdfVertex> sorted;
+    plot.createQuantile(&model, QStringLiteral("NORMAL"), sorted);
+    QCOMPARE(int(sorted.size()), n);
+    MatrixData* table = nullptr;
+    plot.inverse_normal_distribution(table);
+    const std::unique_ptr<MatrixData> keep(table);
+    for (int i = 1; i <= n; ++i) {
+        const int row = int(sorted[std::size_t(i - 1)].y());
+        const double expected = table->getInterpolationValue((i - 0.5) / n, 0, 1);
+        QCOMPARE(cell(plot.referenceQuantiles(), row).toDouble(), expected);
+    }
 }
 
 void TestProbabilityPlot::countComesFromTheSelection()

@@ -166,6 +166,16 @@ bool MatrixData::setPointValue(int row, const QPointF& value)
     return setValue(row, 0, QVariant(value));
 }
 
+bool MatrixData::setDoubleValue(int row, int column, double value)
+{
+    CellColumn* c = cells(column);
+    if (c && c->doubleData() && std::isfinite(value) && row >= 0 && row < c->size()) {
+        c->setDouble(row, value);
+        return true;
+    }
+    return setValue(row, column, QVariant(value));
+}
+
 QVariant::Type MatrixData::systemType(const QString& typeName)
 {
     const QString t = typeName.trimmed().toLower();

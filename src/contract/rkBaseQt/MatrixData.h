@@ -475,6 +475,8 @@ public:
     // Writes a point into column 0 without a QVariant, for walks that write millions of points;
     // anything the typed store cannot take goes through setValue().
     bool setPointValue(int row, const QPointF& value);
+    // The same for a finite number into a Double column; anything else goes through setValue().
+    bool setDoubleValue(int row, int column, double value);
     // Memory held by the cells of this node (not its children).
     std::size_t cellMemoryBytes() const;
 
