@@ -23,6 +23,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPainter>
+#include <QTabWidget>
 #include <QStatusBar>
 #ifdef RK_HAVE_SVG
 #include <QSvgGenerator>
@@ -154,6 +155,23 @@ bool HostMainWindow::showTab(const QString& key)
         return false;
     tabs->setCurrentWidget(page);
     return true;
+}
+
+bool HostMainWindow::showChartPage(const QString& title)
+{
+    rkBase::TabWidgetWithFloatingTabs* tabs = m_analyser->tabWidget();
+    QWidget* current = tabs ? tabs->currentWidget() : nullptr;
+    if (!current)
+        return false;
+    for (QTabWidget* inner : current->findChildren<QTabWidget*>()) {
+        for (int i = 0; i < inner->count(); ++i) {
+            if (inner->tabText(i) == title) {
+                inner->setCurrentIndex(i);
+                return true;
+            }
+        }
+    }
+    return false;
 }
 
 bool HostMainWindow::selectRows(int first, int last)

@@ -26,6 +26,8 @@ public:
     // Brings the tab of a key ("TABLE", "BARCHART", ...) to the front; false for a key that has
     // no tab in this window.
     bool showTab(const QString& key);
+    // Brings the page of this title to the front in any tab widget of the current chart.
+    bool showChartPage(const QString& title);
     // Selects table rows first..last (counted from 1, as the table shows them), as a selection
     // made on a chart would; false when the range holds no row of the sheet.
     bool selectRows(int first, int last);

@@ -1,7 +1,8 @@
 // The demo host: the analyser on the bundled sample well, or on --data FILE.csv. With
 // --screenshot FILE.png it renders the window off-screen, saves it and exits, so a machine
 // without a display can show what a user would see. --tab KEY brings a tab to the front first
-// (a tab key such as TABLE or BARCHART), and --select FIRST-LAST selects table rows first, as a
+// (a tab key such as TABLE or BARCHART), --page TITLE a page of that tab's chart (such as the
+// stereo panel's "Statistic Summary"), and --select FIRST-LAST selects table rows first, as a
 // selection made on a chart would. With --export FILE it writes the current tab's chart (.emf,
 // .png or .svg) and exits.
 #include "HostMainWindow.h"
@@ -68,6 +69,9 @@ int main(int argc, char** argv)
     parser.addOption(shot);
     parser.addOption(tab);
     parser.addOption(select);
+    QCommandLineOption page(QStringLiteral("page"), QStringLiteral("Show the page of this title in the tab's chart."),
+                            QStringLiteral("TITLE"));
+    parser.addOption(page);
     QCommandLineOption exportChart(QStringLiteral("export"),
                                    QStringLiteral("Export the current tab's chart to FILE (.emf, .png or .svg) and exit."),
                                    QStringLiteral("FILE"));
@@ -88,6 +92,10 @@ int main(int argc, char** argv)
     }
     if (parser.isSet(tab) && !window.showTab(parser.value(tab))) {
         std::fprintf(stderr, "--tab %s: this window has no tab of that key\n", qPrintable(parser.value(tab)));
+        return 2;
+    }
+    if (parser.isSet(page) && !window.showChartPage(parser.value(page))) {
+        std::fprintf(stderr, "--page %s: the current tab has no page of that title\n", qPrintable(parser.value(page)));
         return 2;
     }
     if (parser.isSet(exportChart))

@@ -33,6 +33,21 @@ for key in TABLE BARCHART HISTOGRAM CROSSPLOT ROSEPLOT STEREOPLOT TANGENTPLOT WE
   esac
 done
 
+# Pages inside a chart tab: the stereo panel's report, Woodcock diagram and Fisher fit.
+pages=("STEREOPLOT|Statistic Summary|tab_stereoplot_report.png"
+       "STEREOPLOT|Woodcock Classification|tab_stereoplot_woodcock.png"
+       "STEREOPLOT|Fit of Fisher Distribution|tab_stereoplot_fit.png")
+for entry in "${pages[@]}"; do
+  IFS='|' read -r key page name <<<"$entry"
+  rc=0
+  "$host" --tab "$key" --page "$page" --select 1001-1400 --screenshot "$out/$name" 2>/dev/null || rc=$?
+  case $rc in
+    0) echo "gallery: $out/$name" ;;
+    2) echo "gallery: no page \"$page\" on $key in this build, skipped" ;;
+    *) echo "gallery: the demo host failed on $key / $page (exit $rc)" >&2; exit 1 ;;
+  esac
+done
+
 for example in "${examples[@]}"; do
   "build/gallery/examples/$example" "$out"
 done
