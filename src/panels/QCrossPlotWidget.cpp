@@ -501,7 +501,8 @@ void QCrossPlotWidget::updateRelationshipDiagramSettings(bool redraw)
         }
         m_pqUi->m_pqRegressionEquation->setText(text);
         m_pqUi->m_pqCorrelationCoefficient->setText(
-            coefficient == 99999.0 ? QStringLiteral("-----") : QString::number(coefficient, 'f', 4));
+            coefficient == 99999.0 || !std::isfinite(coefficient) ? QStringLiteral("-----")
+                                                                  : QString::number(coefficient, 'f', 4));
     }
     trendLineSlope = slope;
     crossPlot->setTrendLine(slope, intercept, coefficient);

@@ -97,7 +97,7 @@ void QStereoChartWidget::slotResetContourRanges()
 void QStereoChartWidget::applyContourSettings()
 {
     QStereoPlotWidget* plot = m_drawingArea;
-    plot->setGridIsOn(m_pqShowGrid->isChecked());
+    plot->setGridIsOn(m_pqShowDensityGrid->isChecked());
     const double step = m_contourRange->interval() + 5e-09;
     const bool flip = flipFor(m_pqContourRedBlueRadioButton);
     for (MatrixDataArray* grid : {m_model->contourGridPoles(), m_model->contourGridDipDir()}) {
@@ -516,8 +516,8 @@ void QStereoChartWidget::applyZoom(double zoom)
 void QStereoChartWidget::chartZoomChanged(double zoom)
 {
     {
-        const QSignalBlocker blocker(m_pqZoomFactorSpinBox);
-        m_pqZoomFactorSpinBox->setValue(zoom);
+        const QSignalBlocker blocker(m_pqZoomSpinBox);
+        m_pqZoomSpinBox->setValue(zoom);
     }
     slotZoomFactorChanged(zoom);
 }
@@ -529,9 +529,9 @@ void QStereoChartWidget::slotZoomFactorChanged(double zoom)
 
 void QStereoChartWidget::slotZoomFactorReset(bool on)
 {
-    m_pqZoomFactorSpinBox->setEnabled(on);
+    m_pqZoomSpinBox->setEnabled(on);
     m_drawingArea->enableMouseZoom(on);
-    slotZoomFactorChanged(on ? m_pqZoomFactorSpinBox->value() : 1.0);
+    slotZoomFactorChanged(on ? m_pqZoomSpinBox->value() : 1.0);
 }
 
 void QStereoChartWidget::slotHorizontalSliderChanged(int value)
@@ -579,7 +579,7 @@ void QStereoChartWidget::updateColorLegend()
 
 void QStereoChartWidget::updateSymbolLegendItemSelection(const QModelIndex&)
 {
-    const std::vector<int> ids = symbolLegendView->getSelectedIDs();
+    const std::vector<int> ids = m_pqSymbolLegendView->getSelectedIDs();
     m_model->clearSelection();
     for (int id : ids)
         m_model->setSelectedSymbol(id, true);
@@ -588,7 +588,7 @@ void QStereoChartWidget::updateSymbolLegendItemSelection(const QModelIndex&)
 
 void QStereoChartWidget::updateColorLegendItemSelection(const QModelIndex&)
 {
-    const std::vector<int> ids = colorLegendView->getSelectedIDs();
+    const std::vector<int> ids = m_pqColorLegendView->getSelectedIDs();
     m_model->clearSelection();
     for (int id : ids)
         m_model->setSelectedColorClass(id, true);
@@ -597,18 +597,18 @@ void QStereoChartWidget::updateColorLegendItemSelection(const QModelIndex&)
 
 void QStereoChartWidget::slotClearLegendSelection()
 {
-    symbolLegendView->clearSelection();
-    colorLegendView->clearSelection();
+    m_pqSymbolLegendView->clearSelection();
+    m_pqColorLegendView->clearSelection();
 }
 
 void QStereoChartWidget::slotSymbolLegendsVerticalScrollBarChanged(int value)
 {
-    symbolLegendView->slotLegendsVerticalScrollBarChanged(value);
+    m_pqSymbolLegendView->slotLegendsVerticalScrollBarChanged(value);
 }
 
 void QStereoChartWidget::slotColorLegendsVerticalScrollBarChanged(int value)
 {
-    colorLegendView->slotLegendsVerticalScrollBarChanged(value);
+    m_pqColorLegendView->slotLegendsVerticalScrollBarChanged(value);
 }
 
 void QStereoChartWidget::updateSymbolPointStyle()
@@ -616,7 +616,7 @@ void QStereoChartWidget::updateSymbolPointStyle()
     const bool multiple = m_pqMultipleSymbolRadioButton->isChecked();
     m_model->setSymbolColorOnly(!multiple);
     m_drawingArea->setSymbolColorOnly(!multiple);
-    m_pqPointStyleComboBox->setEnabled(!multiple);
+    m_pqPointTypeComboBox->setEnabled(!multiple);
     updateSymbolLegend();
     m_drawingArea->updateChart();
 }
@@ -666,7 +666,7 @@ void QStereoChartWidget::blackWhiteSwitch()
 {
     const bool black = !m_pqWhiteBackgroundRadioButton->isChecked();
     m_drawingArea->setPalette(PanelBackground::palette(black, m_drawingArea->palette()));
-    PanelBackground::apply(black, m_pqPlotFrame, m_drawingArea, nullptr);
+    PanelBackground::apply(black, m_pqChartFrame, m_drawingArea, nullptr);
 }
 
 void QStereoChartWidget::conventionSwitch()

@@ -90,7 +90,7 @@ struct StereoPanel {
     {
         QStringList out;
         for (QLabel* l : w->findChildren<QLabel*>())
-            out << l->text();
+            out << l->objectName() + QLatin1Char('=') + l->text();
         return out;
     }
 };

@@ -522,8 +522,11 @@ void TestStereoChartWidget::statisticsOfAGroup()
 
 void TestStereoChartWidget::lineationDataHidesFisherFields()
 {
+    UnitRegistry registry;
     Sheet s;
+    s.root->setRegistry(&registry);
     addOrientations(s, {30, 32, 28, 30}, {120, 120, 120, 124});
+    s.column(QStringLiteral("dip"))->setRegistry(&registry);
     StereoPanel p(s);
     p.show();
     QVERIFY(!p.child<QLabel>("m_pqKappa")->isHidden());
@@ -534,6 +537,8 @@ void TestStereoChartWidget::lineationDataHidesFisherFields()
                              "m_pqConfidenceRadiusDegree"})
         QVERIFY2(p.child<QLabel>(name)->isHidden(), name);
     QCOMPARE(p.text("m_pqMeanPrincipalCaption"), QStringLiteral("(Plunge,Plunge Az.):"));
+    QVERIFY(!p.w->statisticSummary()->documentHtml().contains(QLatin1String("Fisher Distribution")));
+    QVERIFY(p.w->statisticSummary()->documentHtml().contains(QLatin1String("Mean Principal Direction")));
     p.activate("m_pqCalculationForComboBox", QStringLiteral("Lines"));
     QVERIFY(!p.child<QLabel>("m_pqKappa")->isHidden());
 }
@@ -641,15 +646,17 @@ void TestStereoChartWidget::cursorLabel_data()
     QTest::addColumn<bool>("strike");
     QTest::addColumn<bool>("firstShown");
     QTest::addColumn<QString>("caption");
-    QTest::addColumn<QString>("value");
-    // The centre of the net: the pole of a horizontal plane.
-    QTest::newRow("selection, lines") << "selection" << 0 << false << true << "Plane(dip/dip az.):" << "(0.00/0.00)";
-    QTest::newRow("selection, lines, strike") << "selection" << 0 << true << true << "Plane(strike/dip/sense):"
-                                              << "(270.00/0.00 N)";
+    QTest::addColumn<double>("first");
+    QTest::addColumn<double>("second");
+    QTest::addColumn<QString>("sense");
+    // The centre of the net: the pole of a horizontal plane; the net's top: a vertical line.
+    QTest::newRow("selection, lines") << "selection" << 0 << false << true << "Plane(dip/dip az.):" << 0.0 << 0.0 << "";
+    QTest::newRow("selection, lines, strike") << "selection" << 0 << true << true << "Plane(strike/dip/sense):" << 270.0
+                                              << 0.0 << "N";
     QTest::newRow("selection, poles and planes") << "selection" << 1 << false << false << "Line(plunge/plunge az.):"
-                                                 << "(90.00/180.00)";
-    QTest::newRow("projected plane") << "plane" << 0 << false << true << "Plane(dip/dip az.):" << "(90.00/180.00)";
-    QTest::newRow("pole") << "pole" << 0 << false << true << "Plane(dip/dip az.):" << "(0.00/0.00)";
+                                                 << 90.0 << 180.0 << "";
+    QTest::newRow("projected plane") << "plane" << 0 << false << true << "Plane(dip/dip az.):" << 90.0 << 180.0 << "";
+    QTest::newRow("pole") << "pole" << 0 << false << true << "Plane(dip/dip az.):" << 0.0 << 0.0 << "";
 }
 
 void TestStereoChartWidget::cursorLabel()
@@ -659,7 +666,9 @@ void TestStereoChartWidget::cursorLabel()
     QFETCH(bool, strike);
     QFETCH(bool, firstShown);
     QFETCH(QString, caption);
-    QFETCH(QString, value);
+    QFETCH(double, first);
+    QFETCH(double, second);
+    QFETCH(QString, sense);
     Sheet s;
     addTwoClusters(s);
     StereoPanel p(s);
@@ -673,6 +682,11 @@ void TestStereoChartWidget::cursorLabel()
     QStereoPlotWidget* plot = p.w->drawingArea();
     const QPointF centre = QPointF(plot->centre()) - QPointF(plot->xOffsetPixels(), plot->yOffsetPixels());
     p.w->updateCursorPosLabel(centre);
+    // Numbers with the decimals of the dip column.
+    const int decimals = s.column(QStringLiteral("dip"))->unitPrecision();
+    const QString value = QStringLiteral("(") + QString::number(first, 'f', decimals) + QLatin1Char('/')
+                          + QString::number(second, 'f', decimals) + (sense.isEmpty() ? QString() : QLatin1Char(' ') + sense)
+                          + QStringLiteral(")");
     QCOMPARE(plot->cursorInformationMode(), mode);
     QCOMPARE(!p.child<QLabel>("m_pqPoleCursorLabel")->isHidden(), firstShown);
     QCOMPARE(p.text("m_pqPlaneCursorLabel"), caption);
@@ -838,12 +852,25 @@ void TestStereoChartWidget::woodcockPointPerClass()
     QWoodcockHelpWidget* woodcock = p.w->woodcockWidget();
     QVERIFY(woodcock);
     QLegendListModel* legend = p.w->symbolLegend();
-    QVERIFY(legend->rowCount() >= 2);
-    QCOMPARE(int(woodcock->points().size()), legend->rowCount());
-    for (int row = 0; row < legend->rowCount(); ++row) {
-        const int id = legend->idOfRow(row);
-        QCOMPARE(woodcock->symbolIds()[std::size_t(row)], id);
-        QCOMPARE(woodcock->colours()[std::size_t(row)], legend->classColors().value(id));
+    // The classes the points fall in: the two clusters, in the legend's order.
+    std::vector<int> classes;
+    for (int row = 0; row < p.w->model()->pointCount(); ++row) {
+        QColor colour;
+        const int id = p.w->model()->getColor(row, colour);
+        if (std::find(classes.begin(), classes.end(), id) == classes.end())
+            classes.push_back(id);
+    }
+    std::sort(classes.begin(), classes.end());
+    QCOMPARE(int(classes.size()), 2);
+    QString ids;
+    for (int id : woodcock->symbolIds())
+        ids += QString::number(id) + QLatin1Char(' ');
+    QVERIFY2(woodcock->symbolIds() == classes, qPrintable(ids));
+    for (std::size_t k = 0; k < classes.size(); ++k) {
+        QVERIFY(legend->rowOfId(classes[k]) >= 0);
+        QCOMPARE(woodcock->colours()[k], legend->classColors().value(classes[k]));
+        // Two tight groups: each one clustered, far up the diagram's axes.
+        QVERIFY(woodcock->points()[k].x() > 1.0 || woodcock->points()[k].y() > 1.0);
     }
     // The working selection is gone afterwards.
     QVERIFY(!p.w->model()->partSelection());
@@ -979,7 +1006,7 @@ QMap<QString, QString> controlStates(QWidget* w)
     for (const char* bar : {"m_pqHorizontalScrollBar", "m_pqVerticalScrollBar"})
         out.insert(bar, QString::number(w->findChild<QScrollBar*>(bar)->value()));
     for (QPushButton* b : w->findChildren<QPushButton*>())
-        if (b->objectName().endsWith(QLatin1String("ColorButton")))
+        if (b->objectName().startsWith(QLatin1String("m_pq")) && b->objectName().endsWith(QLatin1String("ColorButton")))
             out.insert(b->objectName(), PanelColorButton::color(b).name());
     return out;
 }
@@ -1018,7 +1045,7 @@ void TestStereoChartWidget::settingsRoundTrip()
         a.child<QSpinBox>(name)->setValue(++width > 5 ? 5 : width);
     int shade = 0x10;
     for (QPushButton* b : a.w->findChildren<QPushButton*>())
-        if (b->objectName().endsWith(QLatin1String("ColorButton")))
+        if (b->objectName().startsWith(QLatin1String("m_pq")) && b->objectName().endsWith(QLatin1String("ColorButton")))
             PanelColorButton::setColor(b, QColor(shade += 9, 0x80, 0x40));
     a.child<QDoubleSpinBox>("m_pqZoomSpinBox")->setValue(4.5);
     a.child<QScrollBar>("m_pqHorizontalScrollBar")->setValue(20);
