@@ -409,7 +409,7 @@ void QCrossPlotWidget::updateRelationshipDiagram()
     vertexFilter = ok && sampling >= 1 ? sampling : 1;
     const DisplayType type = displayDataType();
     if (colourData && m_pqUi->m_pqColorAttributeComboBox->currentText() != PanelComboBoxes::noneText())
-        m_colorRange->applyTo(colourData, m_pqUi->m_pqBlueRedRadioBtn->isChecked());
+        m_colorRange->applyTo(colourData, m_pqUi->m_pqRedBlueRadioBtn->isChecked());
 
     m_colorNames.clear();
     m_colorColors.clear();
