@@ -1216,6 +1216,8 @@ void TestStereoChartWidget::reloadAfterOwnLasso_data()
     QTest::addColumn<QString>("change");
     QTest::addColumn<bool>("reloads");
     QTest::addRow("the lasso's rows come back") << "none" << false;
+    QTest::addRow("the lasso's rows come back, with lines") << "lineation" << false;
+    QTest::addRow("a lineation cell edited since") << "lineationEdit" << true;
     QTest::addRow("a cell edited since") << "edit" << true;
     QTest::addRow("other rows come back") << "rows" << true;
     QTest::addRow("rotated since") << "rotate" << true;
@@ -1231,9 +1233,18 @@ void TestStereoChartWidget::reloadAfterOwnLasso()
     QFETCH(bool, reloads);
     Sheet s;
     addTwoClusters(s);
+    s.add(QStringLiteral("plunge"), {10, 20, 30, 40, 50, 10, 20, 30, 40, 50});
+    s.add(QStringLiteral("trend"), {10, 20, 30, 40, 50, 60, 70, 80, 90, 100});
     StereoPanel p(s);
     p.tableRows = {2, 5, 7};
     p.show();
+    const bool lines = change.startsWith(QLatin1String("lineation"));
+    if (lines) {
+        p.activate("m_pqLineationPlungeComboBox", QStringLiteral("plunge"));
+        p.activate("m_pqLineationAzimuthComboBox", QStringLiteral("trend"));
+        QCOMPARE(p.w->lineationModel()->pointCount(), 10);
+    }
+    const quint64 linesBefore = p.w->lineationModel()->dataRevision();
     MatrixData* dip = s.column(QStringLiteral("dip"));
     MatrixData* azimuth = s.column(QStringLiteral("azimuth"));
     QRelationshipItemModel* model = p.w->model();
@@ -1259,9 +1270,17 @@ void TestStereoChartWidget::reloadAfterOwnLasso()
         azimuth->setValue(4, 0, QVariant());
     else if (change == "selectedOnly")
         p.w->setDisplayDataType(QRelationshipItemModel::ShowSelectedOnly);
+    else if (change == "lineationEdit")
+        s.column(QStringLiteral("trend"))->setValue(0, 0, 11.0);
     const quint64 before = model->dataRevision();
     p.w->setDataSet(dip, azimuth, nullptr, nullptr, nullptr, nullptr, rows);
     QCOMPARE(model->dataRevision() != before, reloads);
+    if (lines) {
+        // The lines stay drawn either way, read again only when they changed.
+        QCOMPARE(p.w->lineationModel()->pointCount(), 10);
+        QCOMPARE(p.w->lineationModel()->dataRevision() != linesBefore, reloads);
+        QVERIFY(p.w->drawingArea()->showLineation());
+    }
     if (change == "edit")
         QCOMPARE(model->data()->value(3, 0).toPointF(), QPointF(42.0, 121.0));
     const int expected = change == "blank" ? 2 : int(rows.size());
