@@ -421,6 +421,7 @@ void QStereoChartWidget::setDataSet(MatrixData* dip, MatrixData* azimuth, Matrix
     ColourAttributeSettings->setEnabled(colour != nullptr);
     m_pqSymbolLegendFrame->setVisible(symbol != nullptr);
     SymbolAttributeSettings->setEnabled(symbol != nullptr);
+    m_pqPointTypeComboBox->setEnabled(!m_pqMultipleSymbolRadioButton->isChecked() || !symbol);
     // The range typed for a colour attribute stays while that attribute is loaded again.
     m_colorDataUnchanged = colour && colour->name() == m_lastColorName;
 

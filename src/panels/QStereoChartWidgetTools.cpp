@@ -634,10 +634,12 @@ void QStereoChartWidget::slotColorLegendsVerticalScrollBarChanged(int value)
 
 void QStereoChartWidget::updateSymbolPointStyle()
 {
+    // "Single": every class in the one shape of "Type", told apart by colour only.
     const bool multiple = m_pqMultipleSymbolRadioButton->isChecked();
     m_model->setSymbolColorOnly(!multiple);
     m_drawingArea->setSymbolColorOnly(!multiple);
-    m_pqPointTypeComboBox->setEnabled(!multiple);
+    // The shape of "Type" is drawn unless each class has a shape of its own.
+    m_pqPointTypeComboBox->setEnabled(!multiple || !m_symbolData);
     updateSymbolLegend();
     m_drawingArea->updateChart();
 }

@@ -335,6 +335,8 @@ void TestStereoChartWidget::reducedPanel()
     StereoPanel p(s, false);
     p.show();
     QVERIFY(p.child<QToolBox>("m_pqStereoToolBox")->isHidden());
+    // Without a symbol attribute the points take the shape of "Type".
+    QVERIFY(p.child<QComboBox>("m_pqPointTypeComboBox")->isEnabled());
     QVERIFY(p.child<QWidget>("m_pqDataSetFrame")->isHidden());
     QCOMPARE(p.child<QTabWidget>("m_pqTabWidget")->count(), 1);
     QVERIFY(!p.w->woodcockWidget());
@@ -774,6 +776,8 @@ void TestStereoChartWidget::legendRowsAreThePointClasses()
     QVERIFY(!p.child<QWidget>("m_pqSymbolLegendFrame")->isHidden());
     QLegendListModel* legend = p.w->symbolLegend();
     QCOMPARE(legend->rowCount(), 3);
+    // Each class in a shape of its own: the one shape of "Type" is not used.
+    QVERIFY(!p.child<QComboBox>("m_pqPointTypeComboBox")->isEnabled());
     QRelationshipItemModel* model = p.w->model();
     QStereoPlotWidget* plot = p.w->drawingArea();
     for (int row = 0; row < model->pointCount(); ++row) {
@@ -793,6 +797,11 @@ void TestStereoChartWidget::legendRowsAreThePointClasses()
         plot->setBackgroundColor(background);
         QCOMPARE(swatch, expected);
     }
+    p.child<QRadioButton>("m_pqSingleSymbolRadioButton")->click();
+    QVERIFY(p.child<QComboBox>("m_pqPointTypeComboBox")->isEnabled());
+    QVERIFY(p.w->drawingArea()->symbolColorOnly());
+    p.child<QRadioButton>("m_pqMultipleSymbolRadioButton")->click();
+    QVERIFY(!p.w->drawingArea()->symbolColorOnly());
     // Clicking a class selects its points.
     QSignalSpy spy(p.w.get(), &QStereoChartWidget::dataPointsSelection);
     auto* view = p.child<QLegendListView>("m_pqSymbolLegendView");
