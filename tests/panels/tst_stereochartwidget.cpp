@@ -69,6 +69,39 @@ QColor pointColour(QStereoChartWidget* w, const QPointF& orientation)
 }
 } // namespace
 
+// A panel derived as the tangent plot's is: its own surface, its own cursor label, pages out.
+class DerivedSurface : public QStereoPlotWidget
+{
+public:
+    using QStereoPlotWidget::QStereoPlotWidget;
+};
+
+class DerivedPanel : public QStereoChartWidget
+{
+public:
+    explicit DerivedPanel(const QString& title)
+        : QStereoChartWidget(title, nullptr, nullptr, true, true, Qt::WindowFlags(), false, QStringLiteral("tangent"))
+    {
+        createChartArea(title);
+        initializeChart();
+        hideTab(QStringLiteral("Lineation"));
+        showTab(QStringLiteral("PlotFoldAxis"));
+    }
+    int cursorCalls = 0;
+    void updateCursorPosLabel(const QPointF&) override
+    {
+        ++cursorCalls;
+        m_pqPoleCursorLabel->hide();
+        m_pqPlaneCursorLabel->setText(QStringLiteral("(plunge/plunge az.):"));
+    }
+
+protected:
+    void createChartArea(const QString& title) override
+    {
+        installChartArea(new DerivedSurface(m_pqStereoPlotFrame, title));
+    }
+};
+
 class TestStereoChartWidget : public QObject
 {
     Q_OBJECT
@@ -83,6 +116,7 @@ private slots:
     void formDefaults();
     void toolBoxPages();
     void pagesTakenOutAndBack();
+    void derivedPanel();
     void tabs();
     void reducedPanel();
     void displayDataReloads_data();
@@ -95,6 +129,7 @@ private slots:
     void statisticsOfAGroup();
     void lineationDataHidesFisherFields();
     void reportWithAndWithoutUnits();
+    void fitOfFisherDistribution();
     void lineationFromPlungeAndAzimuth();
     void lineationFromPlaneAndPitch();
     void lineationNeedsEveryBox();
@@ -288,6 +323,29 @@ void TestStereoChartWidget::pagesTakenOutAndBack()
     w.showTab(QStringLiteral("Rotation"));
     QCOMPARE(box->widget(box->count() - 1)->objectName(), QStringLiteral("Rotation"));
     QCOMPARE(box->itemText(box->count() - 1), QStringLiteral("Rotation"));
+}
+
+void TestStereoChartWidget::derivedPanel()
+{
+    Sheet s;
+    addTwoClusters(s);
+    auto* panel = new DerivedPanel(QStringLiteral("Tangent Plot"));
+    StereoPanel p(s, panel);
+    p.show();
+    QVERIFY(dynamic_cast<DerivedSurface*>(p.w->drawingArea()));
+    QCOMPARE(p.w->drawingArea()->model(), p.w->model());
+    QCOMPARE(p.w->model()->pointCount(), 10);
+    QCOMPARE(p.w->settingsPrefix(), QStringLiteral("tangent"));
+    // The surface's cursor reaches the derived label.
+    emit p.w->drawingArea()->cursorPos(QPointF(5, 5), true);
+    QCOMPARE(panel->cursorCalls, 1);
+    QCOMPARE(p.text("m_pqPlaneCursorLabel"), QStringLiteral("(plunge/plunge az.):"));
+    auto* box = p.child<QToolBox>("m_pqStereoToolBox");
+    QCOMPARE(box->widget(box->count() - 1)->objectName(), QStringLiteral("PlotFoldAxis"));
+    QCOMPARE(box->indexOf(p.page("Lineation")), -1);
+    // The form's controls drive the derived surface as they drive their own.
+    p.child<QCheckBox>("m_pqShow2DegreeNet")->setChecked(true);
+    QVERIFY(p.w->drawingArea()->show2DegreeNet());
 }
 
 void TestStereoChartWidget::tabs()
@@ -570,6 +628,52 @@ void TestStereoChartWidget::reportWithAndWithoutUnits()
         QVERIFY2(html.contains(QLatin1String(section)), section);
     QVERIFY(html.contains(QLatin1String(" rad  (")));
     QVERIFY(!html.contains(QLatin1String("nan")));
+}
+
+void TestStereoChartWidget::fitOfFisherDistribution()
+{
+    Sheet s;
+    // A cap of planes about 30/120, spread a few degrees.
+    QVector<double> dips, azimuths;
+    for (int i = 0; i < 40; ++i) {
+        dips << 30.0 + 6.0 * std::sin(i * 1.3);
+        azimuths << 120.0 + 9.0 * std::cos(i * 0.7);
+    }
+    addOrientations(s, dips, azimuths);
+    StereoPanel p(s);
+    p.show();
+    auto* tabs = p.child<QTabWidget>("m_pqTabWidget");
+    QTabWidget* fit = p.w->fitTabWidget();
+    fit->setCurrentIndex(2);
+    tabs->setCurrentIndex(3);
+    QCOMPARE(fit->currentIndex(), 0);
+    auto value = [&p](const char* name) {
+        bool ok = false;
+        const double v = p.w->findChild<QLabel*>(QString::fromLatin1(name))->text().toDouble(&ok);
+        return ok ? v : -1.0;
+    };
+    // A tight cap: both estimates of the dispersion are large, as the resultant's is.
+    QVERIFY2(value("m_pqColatitudeKappa") > 10.0, qPrintable(p.text("m_pqColatitudeKappa")));
+    QVERIFY2(value("m_pqTwoVariableKappa") > 10.0, qPrintable(p.text("m_pqTwoVariableKappa")));
+    QVERIFY2(value("m_pqMeanResultantKappa") > 10.0, qPrintable(p.text("m_pqMeanResultantKappa")));
+    QCOMPARE(p.text("m_pqMeanResultantKappa"), p.text("m_pqKappa"));
+    QString bad;
+    QVERIFY2(noNumberWentWrong(p.labelTexts(), bad), qPrintable(bad));
+
+    // Rows picked in a Q-Q plot reach the owner, and the chart reloads on its way back.
+    auto* plot = p.w->findChild<QWidget*>(QStringLiteral("exponentialPlot"));
+    QVERIFY(plot);
+    QSignalSpy spy(p.w.get(), &QStereoChartWidget::dataPointsSelection);
+    boost::dynamic_bitset<> rows(40);
+    rows.set(3);
+    QVERIFY(QMetaObject::invokeMethod(plot, "dataPointsSelection", Q_ARG(boost::dynamic_bitset<>, rows),
+                                      Q_ARG(QString, QStringLiteral("EXPONENTIAL"))));
+    QCOMPARE(spy.count(), 1);
+    p.reloads = 0;
+    tabs->setCurrentIndex(0);
+    QCOMPARE(p.reloads, 1);
+    tabs->setCurrentIndex(1);
+    QCOMPARE(p.reloads, 1);
 }
 
 void TestStereoChartWidget::lineationFromPlungeAndAzimuth()
