@@ -22,7 +22,9 @@ public:
     double interval() const;
     static double parse(const QLineEdit* edit);
     // Copies the range onto the column as its colour map: minimum and maximum display values,
-    // flip and step. A minimum above the maximum is taken the other way round.
+    // flip and step. A minimum above the maximum is taken the other way round. The spectrum runs
+    // blue (low) to red (high) unflipped, so "Blue-Red" is flip false and "Red-Blue" flip true;
+    // chart, legend and table all read the column's map.
     void applyTo(MatrixData* column, bool flip) const;
 
     static constexpr int kSteps = 19;

@@ -409,7 +409,7 @@ void QCrossPlotWidget::updateRelationshipDiagram()
     vertexFilter = ok && sampling >= 1 ? sampling : 1;
     const DisplayType type = displayDataType();
     if (colourData && m_pqUi->m_pqColorAttributeComboBox->currentText() != PanelComboBoxes::noneText())
-        m_colorRange->applyTo(colourData, m_pqUi->m_pqBlueRedRadioBtn->isChecked());
+        m_colorRange->applyTo(colourData, m_pqUi->m_pqRedBlueRadioBtn->isChecked());
 
     m_colorNames.clear();
     m_colorColors.clear();
@@ -501,7 +501,8 @@ void QCrossPlotWidget::updateRelationshipDiagramSettings(bool redraw)
         }
         m_pqUi->m_pqRegressionEquation->setText(text);
         m_pqUi->m_pqCorrelationCoefficient->setText(
-            coefficient == 99999.0 ? QStringLiteral("-----") : QString::number(coefficient, 'f', 4));
+            coefficient == 99999.0 || !std::isfinite(coefficient) ? QStringLiteral("-----")
+                                                                  : QString::number(coefficient, 'f', 4));
     }
     trendLineSlope = slope;
     crossPlot->setTrendLine(slope, intercept, coefficient);

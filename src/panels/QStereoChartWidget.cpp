@@ -42,8 +42,8 @@ QStereoChartWidget::QStereoChartWidget(const QString& title, QWidget* parent, Di
       m_extended(extended1 && extended2), m_title(title), m_settingsPrefix(settingsName)
 {
     setupUi(this);
-    m_scrollBars = std::make_unique<PanelZoomScrollBars>(horizontalScrollBar, verticalScrollBar);
-    m_colorRange = std::make_unique<PanelColorRange>(m_pqMinRange, m_pqMaxRange, m_pqIntervalSize);
+    m_scrollBars = std::make_unique<PanelZoomScrollBars>(m_pqHorizontalScrollBar, m_pqVerticalScrollBar);
+    m_colorRange = std::make_unique<PanelColorRange>(m_pqColorMinRange, m_pqColorMaxRange, m_pqColorIntervalSize);
     m_contourRange = std::make_unique<PanelColorRange>(m_pqContourMinRange, m_pqContourMaxRange,
                                                        m_pqContourIntervalSize);
 
@@ -55,18 +55,18 @@ QStereoChartWidget::QStereoChartWidget(const QString& title, QWidget* parent, Di
     // The fold axis belongs to the tangent plot, which puts the page back.
     setPageRemoved(QString::fromLatin1(kPlotFoldAxisPage));
     if (!m_extended) {
-        m_pqToolBox->hide();
+        m_pqStereoToolBox->hide();
         m_pqDataSetFrame->hide();
         m_pqTabWidget->removeTab(1);
     }
     m_pqSidePanelSplitter->setSizes({400, 230});
     m_pqLegendSplitter->setSizes({500, 100});
-    m_pqToolBox->layout()->setSpacing(0);
-    m_pqToolBox->setAutoFillBackground(true);
+    m_pqStereoToolBox->layout()->setSpacing(0);
+    m_pqStereoToolBox->setAutoFillBackground(true);
     for (const StereoColorButton& c : StereoColorButton::all())
         PanelColorButton::setColor(this->*c.button, QColor(QString::fromLatin1(c.defaultColor)));
-    horizontalScrollBar->hide();
-    verticalScrollBar->hide();
+    m_pqHorizontalScrollBar->hide();
+    m_pqVerticalScrollBar->hide();
 
     if (createChart) {
         createChartArea(title);
@@ -111,7 +111,7 @@ void QStereoChartWidget::installChartArea(QStereoPlotWidget* plot)
 
 void QStereoChartWidget::initializeChart()
 {
-    m_drawingArea->initializePointSytleComboBox(m_pqPointStyleComboBox, true);
+    m_drawingArea->initializePointSytleComboBox(m_pqPointTypeComboBox, true);
     m_drawingArea->initializePointSytleComboBox(m_pqLineationPointStyleComboBox, true);
     createSymbolLegendView();
     createColorLegendView();
@@ -148,8 +148,8 @@ void QStereoChartWidget::initializeChart()
     connect(m_pqCursorInformationComboBox, SIGNAL(activated(int)), this, SLOT(updateCursorPosLabel()));
     connect(m_pqDipComboBox, SIGNAL(activated(int)), this, SIGNAL(dataSetSelected()));
     connect(m_pqAzimuthComboBox, SIGNAL(activated(int)), this, SIGNAL(dataSetSelected()));
-    connect(m_pqSymbolAttributeComboBox, SIGNAL(activated(int)), this, SLOT(slotSymbolAttributeSelected()));
-    connect(m_pqColorAttributeComboBox, SIGNAL(activated(int)), this, SLOT(slotSymbolAttributeSelected()));
+    connect(m_pqSymbolsComboBox, SIGNAL(activated(int)), this, SLOT(slotSymbolAttributeSelected()));
+    connect(m_pqColourMapComboBox, SIGNAL(activated(int)), this, SLOT(slotSymbolAttributeSelected()));
     for (QComboBox* box : {m_pqPitchPlaneDipComboBox, m_pqPitchPlaneAzimuthComboBox, m_pqPitchComboBox,
                            m_pqPitchDirectionComboBox, m_pqLineationPlungeComboBox, m_pqLineationAzimuthComboBox})
         connect(box, SIGNAL(activated(int)), this, SLOT(slotSelectLineation()));
@@ -176,7 +176,7 @@ void QStereoChartWidget::initializeChart()
     connect(m_pqCalculationForComboBox, SIGNAL(activated(int)), this, SLOT(slotDataSourceSelected()));
     for (QAbstractButton* b : std::initializer_list<QAbstractButton*>{
              m_pqContoursForPoles, m_pqContoursForDipDirections, m_pqWithContoursRadioButton, m_pqShowContourLabels,
-             m_pqShowGrid, m_pqContourBlueRedRadioButton})
+             m_pqShowDensityGrid, m_pqContourBlueRedRadioButton})
         connect(b, SIGNAL(toggled(bool)), this, SLOT(updateStereoPlotContours()));
     connect(m_pqDiscreteDensityGroupBox, SIGNAL(toggled(bool)), this, SLOT(updateStereoPlotContours()));
     connect(m_pqGridCellsSpinBox, SIGNAL(editingFinished()), this, SLOT(slotUpdateDensityGridMap()));
@@ -188,7 +188,7 @@ void QStereoChartWidget::initializeChart()
     connect(m_pqPointSizeSpinBox, SIGNAL(valueChanged(int)), this, SLOT(updateStereoPlotSettings()));
     connect(m_pqPointSizeSpinBox, SIGNAL(valueChanged(int)), this, SLOT(updateSymbolLegend()));
     connect(m_pqPointSizeSpinBox, SIGNAL(valueChanged(int)), this, SLOT(updateColorLegend()));
-    connect(m_pqPointStyleComboBox, SIGNAL(activated(int)), this, SLOT(updateStereoPlotSettings()));
+    connect(m_pqPointTypeComboBox, SIGNAL(activated(int)), this, SLOT(updateStereoPlotSettings()));
     connect(m_pqLineationPointSizeSpinBox, SIGNAL(valueChanged(int)), this, SLOT(updateStereoPlotSettings()));
     connect(m_pqLineationPointStyleComboBox, SIGNAL(activated(int)), this, SLOT(updateStereoPlotSettings()));
     connect(m_pqApplyRotationButton, SIGNAL(pressed()), this, SLOT(rotateDataAboutRotationAxis()));
@@ -203,17 +203,17 @@ void QStereoChartWidget::initializeChart()
     connect(m_pqMultipleSymbolRadioButton, SIGNAL(clicked()), this, SLOT(updateSymbolPointStyle()));
     connect(m_pqResetColorRangeButton, SIGNAL(clicked()), this, SLOT(slotResetDisplayColorAttribute()));
     connect(m_pqBlueRedRadioButton, SIGNAL(toggled(bool)), this, SLOT(updateColorMapAttributeSettings()));
-    for (QLineEdit* e : {m_pqMinRange, m_pqMaxRange, m_pqIntervalSize})
+    for (QLineEdit* e : {m_pqColorMinRange, m_pqColorMaxRange, m_pqColorIntervalSize})
         connect(e, SIGNAL(editingFinished()), this, SLOT(updateColorMapAttributeSettings()));
-    connect(verticalScrollBar, SIGNAL(valueChanged(int)), this, SLOT(slotVerticalSliderChanged(int)));
-    connect(horizontalScrollBar, SIGNAL(valueChanged(int)), this, SLOT(slotHorizontalSliderChanged(int)));
-    connect(m_pqZoomFactorSpinBox, SIGNAL(valueChanged(double)), this, SLOT(slotZoomFactorChanged(double)));
-    connect(m_pqZoomCheckBox, SIGNAL(toggled(bool)), this, SLOT(slotZoomFactorReset(bool)));
-    connect(symbolLegendView, SIGNAL(clicked(QModelIndex)), this, SLOT(updateSymbolLegendItemSelection(QModelIndex)));
-    connect(colorLegendView, SIGNAL(clicked(QModelIndex)), this, SLOT(updateColorLegendItemSelection(QModelIndex)));
-    connect(symbolLegendView->verticalScrollBar(), SIGNAL(valueChanged(int)), this,
+    connect(m_pqVerticalScrollBar, SIGNAL(valueChanged(int)), this, SLOT(slotVerticalSliderChanged(int)));
+    connect(m_pqHorizontalScrollBar, SIGNAL(valueChanged(int)), this, SLOT(slotHorizontalSliderChanged(int)));
+    connect(m_pqZoomSpinBox, SIGNAL(valueChanged(double)), this, SLOT(slotZoomFactorChanged(double)));
+    connect(m_pqZoomFactorCheckBox, SIGNAL(toggled(bool)), this, SLOT(slotZoomFactorReset(bool)));
+    connect(m_pqSymbolLegendView, SIGNAL(clicked(QModelIndex)), this, SLOT(updateSymbolLegendItemSelection(QModelIndex)));
+    connect(m_pqColorLegendView, SIGNAL(clicked(QModelIndex)), this, SLOT(updateColorLegendItemSelection(QModelIndex)));
+    connect(m_pqSymbolLegendView->verticalScrollBar(), SIGNAL(valueChanged(int)), this,
             SLOT(slotSymbolLegendsVerticalScrollBarChanged(int)));
-    connect(colorLegendView->verticalScrollBar(), SIGNAL(valueChanged(int)), this,
+    connect(m_pqColorLegendView->verticalScrollBar(), SIGNAL(valueChanged(int)), this,
             SLOT(slotColorLegendsVerticalScrollBarChanged(int)));
     connect(m_symbolLegendModel, SIGNAL(dataChanged(QModelIndex, QModelIndex, QVector<int>)), this,
             SLOT(updateClusterMeansTable()));
@@ -223,13 +223,13 @@ void QStereoChartWidget::initializeChart()
     updateStereoPlotSettings(false);
     applyContourSettings();
     blackWhiteSwitch();
-    slotZoomFactorReset(m_pqZoomCheckBox->isChecked());
+    slotZoomFactorReset(m_pqZoomFactorCheckBox->isChecked());
     slotEnableBiasCorrection(m_pqBiasCorrectionCheckBox->checkState());
     enableLineation(false);
     for (QWidget* w : {static_cast<QWidget*>(SymbolAttributeSettings), static_cast<QWidget*>(ColourAttributeSettings)})
         w->setEnabled(false);
-    symbolLegendFrame->hide();
-    colorLegendFrame->hide();
+    m_pqSymbolLegendFrame->hide();
+    m_pqColorLegendFrame->hide();
     updateObservationStatistics();
 }
 
@@ -238,9 +238,9 @@ void QStereoChartWidget::createSymbolLegendView()
     m_symbolLegendModel = new QLegendListModel(this, m_drawingArea, QLegendListModel::SymbolLegend);
     m_symbolLegendModel->setSampleUnderIdZero(false);
     m_symbolLegendModel->setLineationModel(m_lineationModel);
-    symbolLegendTitle->setText(panelText("Symbols"));
-    symbolLegendView->setModel(m_symbolLegendModel);
-    symbolLegendView->createDefaultPopupMenu();
+    m_pqSymbolLegendTitle->setText(panelText("Symbols"));
+    m_pqSymbolLegendView->setModel(m_symbolLegendModel);
+    m_pqSymbolLegendView->createDefaultPopupMenu();
 }
 
 void QStereoChartWidget::createColorLegendView()
@@ -248,8 +248,8 @@ void QStereoChartWidget::createColorLegendView()
     m_colorLegendModel = new QLegendListModel(this, m_drawingArea, QLegendListModel::ColorLegend);
     m_colorLegendModel->setSampleUnderIdZero(false);
     m_colorLegendModel->setLineationModel(m_lineationModel);
-    colorLegendView->setModel(m_colorLegendModel);
-    colorLegendView->createDefaultPopupMenu();
+    m_pqColorLegendView->setModel(m_colorLegendModel);
+    m_pqColorLegendView->createDefaultPopupMenu();
 }
 
 void QStereoChartWidget::createStatisticTabs()
@@ -284,12 +284,12 @@ void QStereoChartWidget::createStatisticTabs()
 
 void QStereoChartWidget::setPageRemoved(const QString& pageName)
 {
-    QWidget* page = m_pqToolBox->findChild<QWidget*>(pageName);
-    const int at = page ? m_pqToolBox->indexOf(page) : -1;
+    QWidget* page = m_pqStereoToolBox->findChild<QWidget*>(pageName);
+    const int at = page ? m_pqStereoToolBox->indexOf(page) : -1;
     if (at < 0)
         return;
-    m_removedPageTitles.insert(pageName, m_pqToolBox->itemText(at));
-    m_pqToolBox->removeItem(at);
+    m_removedPageTitles.insert(pageName, m_pqStereoToolBox->itemText(at));
+    m_pqStereoToolBox->removeItem(at);
     // Out of the box, the page is no one's child; the panel keeps it so that its controls stay
     // reachable by name (settings still read and write them) and are deleted with the panel.
     page->hide();
@@ -309,14 +309,14 @@ void QStereoChartWidget::showTab(const QString& pageName, int index)
     QWidget* page = findChild<QWidget*>(pageName, Qt::FindDirectChildrenOnly);
     if (!page)
         return;
-    m_pqToolBox->insertItem(index, page, m_removedPageTitles.take(pageName));
+    m_pqStereoToolBox->insertItem(index, page, m_removedPageTitles.take(pageName));
     page->show();
 }
 
 void QStereoChartWidget::showToolBox(bool on)
 {
     m_pqSidePanelSplitter->setSizes({400, 230});
-    m_pqToolBox->setVisible(on);
+    m_pqStereoToolBox->setVisible(on);
 }
 
 void QStereoChartWidget::setLightMode()
@@ -417,13 +417,13 @@ void QStereoChartWidget::setDataSet(MatrixData* dip, MatrixData* azimuth, Matrix
 
     m_colorLegendModel->setSymbolNode(colour);
     m_symbolLegendModel->setSymbolNode(symbol);
-    colorLegendFrame->setVisible(colour != nullptr);
+    m_pqColorLegendFrame->setVisible(colour != nullptr);
     ColourAttributeSettings->setEnabled(colour != nullptr);
-    symbolLegendFrame->setVisible(symbol != nullptr);
+    m_pqSymbolLegendFrame->setVisible(symbol != nullptr);
     SymbolAttributeSettings->setEnabled(symbol != nullptr);
-    const QString colourName = colour ? colour->name() : QString();
-    m_colorDataUnchanged = colour && colourName == m_lastColorName;
-    m_lastColorName = colourName;
+    m_pqPointTypeComboBox->setEnabled(!m_pqMultipleSymbolRadioButton->isChecked() || !symbol);
+    // The range typed for a colour attribute stays while that attribute is loaded again.
+    m_colorDataUnchanged = colour && colour->name() == m_lastColorName;
 
     if (!dip || !azimuth)
         return;
@@ -459,7 +459,7 @@ PanelLoadStamp QStereoChartWidget::currentLoadStamp() const
     // Flagged rows stay out of a dip or azimuth load: their column counts as read.
     stamp.addColumn(m_dataRoot ? m_dataRoot->getNodeFromName(QStringLiteral("SCAT")) : nullptr);
     stamp.add(int(displayDataType()));
-    stamp.add(m_pqColorAttributeComboBox->currentText());
+    stamp.add(m_pqColourMapComboBox->currentText());
     stamp.add(m_colorRange->minimum()).add(m_colorRange->maximum()).add(m_colorRange->interval());
     stamp.add(m_pqBlueRedRadioButton->isChecked());
     stamp.add(m_colorResetPending);
@@ -502,6 +502,8 @@ void QStereoChartWidget::updateStereoPlot()
         resetDisplayColorAttribute();
     if (m_colorData)
         m_colorRange->applyTo(m_colorData, m_pqRedBlueRadioButton->isChecked());
+    m_lastColorName = m_colorData ? m_colorData->name() : QString();
+    m_colorDataUnchanged = m_colorData != nullptr;
 
     m_colorNames.clear();
     m_colorColors.clear();
@@ -520,11 +522,12 @@ void QStereoChartWidget::updateStereoPlot()
     } else {
         m_lineationModel->clearData();
     }
-    updateObservationStatistics();
-    updateClusterMeansTable();
+    // The legends first: the Woodcock diagram of the statistics takes its classes from them.
     updateSymbolLegend();
     updateColorLegend();
-    slotZoomFactorReset(m_pqZoomCheckBox->isChecked());
+    updateObservationStatistics();
+    updateClusterMeansTable();
+    slotZoomFactorReset(m_pqZoomFactorCheckBox->isChecked());
     m_drawingArea->updateChart();
     m_loadStamp = currentLoadStamp();
     QGuiApplication::restoreOverrideCursor();
@@ -605,7 +608,7 @@ void QStereoChartWidget::updateStereoPlotSettings(bool update)
     m_model->setPointPixelSize(m_pqPointSizeSpinBox->value());
     m_lineationModel->setPointPixelSize(m_pqLineationPointSizeSpinBox->value());
     bool ok = false;
-    int style = m_pqPointStyleComboBox->currentData().toInt(&ok);
+    int style = m_pqPointTypeComboBox->currentData().toInt(&ok);
     if (ok && style >= QRelationshipItemModel::Circle && style <= QRelationshipItemModel::BigCross4)
         m_model->setPointStyle(QRelationshipItemModel::PointStyle(style));
     style = m_pqLineationPointStyleComboBox->currentData().toInt(&ok);
@@ -626,21 +629,21 @@ void QStereoChartWidget::updateDataSetSelectionBox(QComboBox* box, const QString
 
 void QStereoChartWidget::updateDataSetSelectionBox(const QStringList& names, const QList<int>& ids)
 {
-    // Without an earlier choice the boxes fall on the first two columns offered.
-    updateDataSetSelectionBox(m_pqDipComboBox, QString(), names, ids, 0);
-    updateDataSetSelectionBox(m_pqAzimuthComboBox, QString(), names, ids, 1);
+    // Without an earlier choice the boxes fall on the first two columns offered (below "None").
+    updateDataSetSelectionBox(m_pqDipComboBox, QString(), names, ids, 1);
+    updateDataSetSelectionBox(m_pqAzimuthComboBox, QString(), names, ids, 2);
 }
 
 void QStereoChartWidget::updateColorAttributeDataSetSelectionBox(const QStringList& names, const QList<int>& ids,
                                                                  int index)
 {
-    PanelComboBoxes::refillWithNone(m_pqColorAttributeComboBox, names, ids, index);
+    PanelComboBoxes::refillWithNone(m_pqColourMapComboBox, names, ids, index);
 }
 
 void QStereoChartWidget::updateSymbolAttributeDataSetSelectionBox(const QStringList& names, const QList<int>& ids,
                                                                   int index)
 {
-    PanelComboBoxes::refillWithNone(m_pqSymbolAttributeComboBox, names, ids, index);
+    PanelComboBoxes::refillWithNone(m_pqSymbolsComboBox, names, ids, index);
 }
 
 void QStereoChartWidget::updateLineationDataSetSelectionBox(const QStringList& names, const QList<int>& ids)
@@ -657,14 +660,14 @@ void QStereoChartWidget::updatePitchDirectionDataSetSelectionBox(const QStringLi
 
 int QStereoChartWidget::currentDipSelectedDataSet() const { return PanelComboBoxes::currentId(m_pqDipComboBox); }
 int QStereoChartWidget::currentAzimuthSelectedDataSet() const { return PanelComboBoxes::currentId(m_pqAzimuthComboBox); }
-int QStereoChartWidget::currentColorSelectedDataSet() const { return PanelComboBoxes::currentId(m_pqColorAttributeComboBox); }
-int QStereoChartWidget::currentSymbolSelectedDataSet() const { return PanelComboBoxes::currentId(m_pqSymbolAttributeComboBox); }
+int QStereoChartWidget::currentColorSelectedDataSet() const { return PanelComboBoxes::currentId(m_pqColourMapComboBox); }
+int QStereoChartWidget::currentSymbolSelectedDataSet() const { return PanelComboBoxes::currentId(m_pqSymbolsComboBox); }
 int QStereoChartWidget::currentLineationPlungeDataSet() const { return PanelComboBoxes::currentId(m_pqLineationPlungeComboBox); }
 int QStereoChartWidget::currentLineationPlungeAzimuthDataSet() const { return PanelComboBoxes::currentId(m_pqLineationAzimuthComboBox); }
 QString QStereoChartWidget::currentDipSelectedDataSetName() const { return m_pqDipComboBox->currentText(); }
 QString QStereoChartWidget::currentAzimuthSelectedDataSetName() const { return m_pqAzimuthComboBox->currentText(); }
-QString QStereoChartWidget::currentColorSelectedDataSetName() const { return m_pqColorAttributeComboBox->currentText(); }
-QString QStereoChartWidget::currentSymbolSelectedDataSetName() const { return m_pqSymbolAttributeComboBox->currentText(); }
+QString QStereoChartWidget::currentColorSelectedDataSetName() const { return m_pqColourMapComboBox->currentText(); }
+QString QStereoChartWidget::currentSymbolSelectedDataSetName() const { return m_pqSymbolsComboBox->currentText(); }
 QString QStereoChartWidget::currentLineationPlungeDataSetName() const { return m_pqLineationPlungeComboBox->currentText(); }
 QString QStereoChartWidget::currentLineationPlungeAzimuthDataSetName() const { return m_pqLineationAzimuthComboBox->currentText(); }
 void QStereoChartWidget::setCurrentDipSelectedDataSet(const QString& name) { PanelComboBoxes::selectText(m_pqDipComboBox, name); }
@@ -673,8 +676,8 @@ void QStereoChartWidget::setCurrentAzimuthSelectedDataSet(const QString& name) {
 void QStereoChartWidget::slotSymbolAttributeSelected()
 {
     const QString none = PanelComboBoxes::noneText();
-    SymbolAttributeSettings->setEnabled(m_pqSymbolAttributeComboBox->currentText() != none);
-    ColourAttributeSettings->setEnabled(m_pqColorAttributeComboBox->currentText() != none);
+    SymbolAttributeSettings->setEnabled(m_pqSymbolsComboBox->currentText() != none);
+    ColourAttributeSettings->setEnabled(m_pqColourMapComboBox->currentText() != none);
     emit dataSetSelected();
 }
 

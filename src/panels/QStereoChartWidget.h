@@ -326,6 +326,7 @@ protected:
     // The columns the lineation was built from, as the last setLineationData found them: plunge
     // and azimuth, or plane dip, plane azimuth, pitch and pitch direction.
     MatrixData* m_lineationSources[4] = {nullptr, nullptr, nullptr, nullptr};
+    PanelLoadStamp m_lineationStamp; // of those columns when the lineation was built from them
     double m_kappa = 99999.0; // of the last statistics
     QMap<int, QVariant> m_colorNames;
     QMap<int, QColor> m_colorColors;

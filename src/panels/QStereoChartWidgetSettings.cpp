@@ -85,20 +85,20 @@ void QStereoChartWidget::writeSettings()
     for (const StereoColorButton& c : StereoColorButton::all())
         s.writeColor(QString::fromLatin1(c.key),
                      PanelColorButton::color(this->*c.button, QColor(QString::fromLatin1(c.defaultColor))));
-    s.write(QStringLiteral("zoom_factor_on"), m_pqZoomCheckBox->isChecked());
-    s.write(QStringLiteral("zoom_factor"), m_pqZoomFactorSpinBox->value());
-    s.write(QStringLiteral("zoom_horizontalScrollBar"), horizontalScrollBar->value());
-    s.write(QStringLiteral("zoom_verticalScrollBar"), verticalScrollBar->value());
+    s.write(QStringLiteral("zoom_factor_on"), m_pqZoomFactorCheckBox->isChecked());
+    s.write(QStringLiteral("zoom_factor"), m_pqZoomSpinBox->value());
+    s.write(QStringLiteral("zoom_horizontalScrollBar"), m_pqHorizontalScrollBar->value());
+    s.write(QStringLiteral("zoom_verticalScrollBar"), m_pqVerticalScrollBar->value());
     s.endGroup();
 
     s.beginGroup(QStringLiteral("point_style"));
-    s.write(QStringLiteral("type"), m_pqPointStyleComboBox->currentIndex());
+    s.write(QStringLiteral("type"), m_pqPointTypeComboBox->currentIndex());
     s.write(QStringLiteral("size"), m_pqPointSizeSpinBox->value());
     s.endGroup();
 
     s.beginGroup(QStringLiteral("add_attributes"));
-    s.write(QStringLiteral("colour_map_attribute"), m_pqColorAttributeComboBox->currentText());
-    s.write(QStringLiteral("symbols_attribute"), m_pqSymbolAttributeComboBox->currentText());
+    s.write(QStringLiteral("colour_map_attribute"), m_pqColourMapComboBox->currentText());
+    s.write(QStringLiteral("symbols_attribute"), m_pqSymbolsComboBox->currentText());
     s.endGroup();
 
     s.beginGroup(QStringLiteral("stereographic_projection"));
@@ -119,9 +119,9 @@ void QStereoChartWidget::writeSettings()
     s.endGroup();
 
     s.beginGroup(QStringLiteral("color_map_settings"));
-    s.write(QStringLiteral("color_map_min_range"), m_pqMinRange->text());
-    s.write(QStringLiteral("color_map_max_range"), m_pqMaxRange->text());
-    s.write(QStringLiteral("color_map_interval_size"), m_pqIntervalSize->text());
+    s.write(QStringLiteral("color_map_min_range"), m_pqColorMinRange->text());
+    s.write(QStringLiteral("color_map_max_range"), m_pqColorMaxRange->text());
+    s.write(QStringLiteral("color_map_interval_size"), m_pqColorIntervalSize->text());
     s.write(QStringLiteral("color_map_blue_red"), m_pqBlueRedRadioButton->isChecked());
     s.write(QStringLiteral("color_map_red_blue"), m_pqRedBlueRadioButton->isChecked());
     s.endGroup();
@@ -130,7 +130,7 @@ void QStereoChartWidget::writeSettings()
     s.write(QStringLiteral("density_contours_poles"), m_pqContoursForPoles->isChecked());
     s.write(QStringLiteral("density_contours_dipdir"), m_pqContoursForDipDirections->isChecked());
     s.write(QStringLiteral("discrete_density_ranges"), m_pqDiscreteDensityGroupBox->isChecked());
-    s.write(QStringLiteral("show_grid"), m_pqShowGrid->isChecked());
+    s.write(QStringLiteral("show_grid"), m_pqShowDensityGrid->isChecked());
     s.write(QStringLiteral("number_of_grid_cells"), m_pqGridCellsSpinBox->value());
     s.endGroup();
 
@@ -226,21 +226,21 @@ void QStereoChartWidget::readSettings(const QString& prefix)
     for (const StereoColorButton& c : StereoColorButton::all())
         PanelColorButton::setColor(this->*c.button,
                                    s.readColor(QString::fromLatin1(c.key), QColor(QString::fromLatin1(c.defaultColor))));
-    s.readInto(m_pqZoomFactorSpinBox, QStringLiteral("zoom_factor"), 1.0);
-    s.readInto(m_pqZoomCheckBox, QStringLiteral("zoom_factor_on"), false);
+    s.readInto(m_pqZoomSpinBox, QStringLiteral("zoom_factor"), 1.0);
+    s.readInto(m_pqZoomFactorCheckBox, QStringLiteral("zoom_factor_on"), false);
     const int horizontal = s.readInt(QStringLiteral("zoom_horizontalScrollBar"), 50, 0, 100);
     const int vertical = s.readInt(QStringLiteral("zoom_verticalScrollBar"), 50, 0, 100);
     s.endGroup();
 
     s.beginGroup(QStringLiteral("point_style"));
-    m_pqPointStyleComboBox->setCurrentIndex(
-        s.readInt(QStringLiteral("type"), 0, 0, std::max(0, m_pqPointStyleComboBox->count() - 1)));
+    m_pqPointTypeComboBox->setCurrentIndex(
+        s.readInt(QStringLiteral("type"), 0, 0, std::max(0, m_pqPointTypeComboBox->count() - 1)));
     s.readInto(m_pqPointSizeSpinBox, QStringLiteral("size"), 2);
     s.endGroup();
 
     s.beginGroup(QStringLiteral("add_attributes"));
-    selectTextOrNone(m_pqColorAttributeComboBox, s.readString(QStringLiteral("colour_map_attribute"), none));
-    selectTextOrNone(m_pqSymbolAttributeComboBox, s.readString(QStringLiteral("symbols_attribute"), none));
+    selectTextOrNone(m_pqColourMapComboBox, s.readString(QStringLiteral("colour_map_attribute"), none));
+    selectTextOrNone(m_pqSymbolsComboBox, s.readString(QStringLiteral("symbols_attribute"), none));
     s.endGroup();
 
     s.beginGroup(QStringLiteral("stereographic_projection"));
@@ -267,9 +267,9 @@ void QStereoChartWidget::readSettings(const QString& prefix)
     s.endGroup();
 
     s.beginGroup(QStringLiteral("color_map_settings"));
-    m_pqMinRange->setText(rangeText(s, QStringLiteral("color_map_min_range")));
-    m_pqMaxRange->setText(rangeText(s, QStringLiteral("color_map_max_range")));
-    m_pqIntervalSize->setText(rangeText(s, QStringLiteral("color_map_interval_size")));
+    m_pqColorMinRange->setText(rangeText(s, QStringLiteral("color_map_min_range")));
+    m_pqColorMaxRange->setText(rangeText(s, QStringLiteral("color_map_max_range")));
+    m_pqColorIntervalSize->setText(rangeText(s, QStringLiteral("color_map_interval_size")));
     readPair(s, QStringLiteral("color_map_blue_red"), true, m_pqBlueRedRadioButton, QStringLiteral("color_map_red_blue"),
              false, m_pqRedBlueRadioButton);
     s.endGroup();
@@ -278,7 +278,7 @@ void QStereoChartWidget::readSettings(const QString& prefix)
     s.readInto(m_pqContoursForPoles, QStringLiteral("density_contours_poles"), false);
     s.readInto(m_pqContoursForDipDirections, QStringLiteral("density_contours_dipdir"), false);
     m_pqDiscreteDensityGroupBox->setChecked(s.readBool(QStringLiteral("discrete_density_ranges"), false));
-    s.readInto(m_pqShowGrid, QStringLiteral("show_grid"), false);
+    s.readInto(m_pqShowDensityGrid, QStringLiteral("show_grid"), false);
     s.readInto(m_pqGridCellsSpinBox, QStringLiteral("number_of_grid_cells"), 20);
     s.endGroup();
 
@@ -352,9 +352,9 @@ void QStereoChartWidget::readSettings(const QString& prefix)
     updateStereoPlotSettings(false);
     applyContourSettings();
     blackWhiteSwitch();
-    slotZoomFactorReset(m_pqZoomCheckBox->isChecked());
-    horizontalScrollBar->setValue(horizontal);
-    verticalScrollBar->setValue(vertical);
+    slotZoomFactorReset(m_pqZoomFactorCheckBox->isChecked());
+    m_pqHorizontalScrollBar->setValue(horizontal);
+    m_pqVerticalScrollBar->setValue(vertical);
 }
 
 } // namespace rkBase

@@ -207,7 +207,7 @@ void QStereoChartWidget::updateObservationStatistics()
 void QStereoChartWidget::updateAverageOrientation(double resultantX, double resultantY, double principalX,
                                                   double principalY)
 {
-    m_pqNumberOfPoints->setText(QString::number(m_model ? m_model->numberOfSelectedPoints() : 0));
+    m_pqNumberOfSelectedPoints->setText(QString::number(m_model ? m_model->numberOfSelectedPoints() : 0));
     auto pair = [](double x, double y) { return inBrackets(shown(x) + QLatin1Char('/') + shown(y)); };
     if (!statisticsForPoles()) {
         m_pqMeanPrincipalCaption->setText(panelText("(Plunge,Plunge Az.):"));

@@ -21,7 +21,9 @@
 #include <QSignalBlocker>
 #include <QTableWidget>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace rkBase {
 
@@ -97,7 +99,7 @@ void QStereoChartWidget::slotResetContourRanges()
 void QStereoChartWidget::applyContourSettings()
 {
     QStereoPlotWidget* plot = m_drawingArea;
-    plot->setGridIsOn(m_pqShowGrid->isChecked());
+    plot->setGridIsOn(m_pqShowDensityGrid->isChecked());
     const double step = m_contourRange->interval() + 5e-09;
     const bool flip = flipFor(m_pqContourRedBlueRadioButton);
     for (MatrixDataArray* grid : {m_model->contourGridPoles(), m_model->contourGridDipDir()}) {
@@ -279,27 +281,52 @@ void QStereoChartWidget::rotateDataToCenterPole()
 
 void QStereoChartWidget::deleteLineationData()
 {
+    // The lineation model must not keep reading columns that go.
+    if (m_lineationModel && m_lineationPlungeData && m_lineationModel->nodeX() == m_lineationPlungeData)
+        m_lineationModel->clearData();
     delete m_lineationPlungeData;
     m_lineationPlungeData = nullptr;
     delete m_lineationAzimuthData;
     m_lineationAzimuthData = nullptr;
+    m_lineationStamp.clear();
 }
 
 void QStereoChartWidget::setLineationData(MatrixData* plunge, MatrixData* azimuth)
 {
-    deleteLineationData();
-    for (MatrixData*& source : m_lineationSources)
-        source = nullptr;
     const bool byPlungeAzimuth = m_pqPlungeAzimuthGroupBox->isChecked();
     const bool byPitch = m_pqPlanePitchGroupBox->isChecked();
-    if (!m_dataRoot || (!byPlungeAzimuth && !byPitch))
+    MatrixData* sources[4] = {nullptr, nullptr, nullptr, nullptr};
+    if (m_dataRoot && byPlungeAzimuth) {
+        sources[0] = plunge ? plunge : findColumn(m_pqLineationPlungeComboBox->currentText());
+        sources[1] = azimuth ? azimuth : findColumn(m_pqLineationAzimuthComboBox->currentText());
+        if (!sources[0] || !sources[1])
+            sources[0] = sources[1] = nullptr;
+    } else if (m_dataRoot && byPitch) {
+        sources[0] = findColumn(m_pqPitchPlaneDipComboBox->currentText());
+        sources[1] = findColumn(m_pqPitchPlaneAzimuthComboBox->currentText());
+        sources[2] = findColumn(m_pqPitchComboBox->currentText());
+        sources[3] = findColumn(m_pqPitchDirectionComboBox->currentText());
+        if (!sources[0] || !sources[1] || !sources[2])
+            sources[0] = sources[1] = sources[2] = sources[3] = nullptr;
+    }
+    // The same columns with the same cells give the same lines: the built ones stay, and so does
+    // the lineation model that reads them.
+    PanelLoadStamp stamp;
+    for (MatrixData* source : sources)
+        stamp.addColumn(source);
+    stamp.add(byPlungeAzimuth).add(byPitch);
+    if (stamp == m_lineationStamp)
         return;
+    deleteLineationData();
+    std::copy(std::begin(sources), std::end(sources), std::begin(m_lineationSources));
+    m_lineationStamp = stamp;
+    if (!sources[0])
+        return;
+
     auto newColumn = [](const QString& name, int rows, const MatrixData* like) {
         auto* column = new MatrixData(name, rows, 1, QVariant::Double, true);
-        if (like) {
-            column->setRegistry(like->registry());
-            column->setUnitManager(like->unitManager());
-        }
+        column->setRegistry(like->registry());
+        column->setUnitManager(like->unitManager());
         return column;
     };
     auto finite = [](const MatrixData* column, int row, double& out) {
@@ -309,13 +336,9 @@ void QStereoChartWidget::setLineationData(MatrixData* plunge, MatrixData* azimut
         out = column->value(row, 0).toDouble(&ok);
         return ok && std::isfinite(out);
     };
-    if (byPlungeAzimuth) {
-        MatrixData* p = plunge ? plunge : findColumn(m_pqLineationPlungeComboBox->currentText());
-        MatrixData* a = azimuth ? azimuth : findColumn(m_pqLineationAzimuthComboBox->currentText());
-        if (!p || !a)
-            return;
-        m_lineationSources[0] = p;
-        m_lineationSources[1] = a;
+    if (!sources[2]) {
+        MatrixData* p = sources[0];
+        MatrixData* a = sources[1];
         const int rows = std::max(p->rowCount(), a->rowCount());
         m_lineationPlungeData = newColumn(panelText("Lineation Plunge"), rows, p);
         m_lineationAzimuthData = newColumn(panelText("Lineation Azimuth"), rows, a);
@@ -328,16 +351,10 @@ void QStereoChartWidget::setLineationData(MatrixData* plunge, MatrixData* azimut
         }
         return;
     }
-    MatrixData* dip = findColumn(m_pqPitchPlaneDipComboBox->currentText());
-    MatrixData* dipAzimuth = findColumn(m_pqPitchPlaneAzimuthComboBox->currentText());
-    MatrixData* pitch = findColumn(m_pqPitchComboBox->currentText());
-    MatrixData* direction = findColumn(m_pqPitchDirectionComboBox->currentText());
-    if (!dip || !dipAzimuth || !pitch)
-        return;
-    m_lineationSources[0] = dip;
-    m_lineationSources[1] = dipAzimuth;
-    m_lineationSources[2] = pitch;
-    m_lineationSources[3] = direction;
+    MatrixData* dip = sources[0];
+    MatrixData* dipAzimuth = sources[1];
+    MatrixData* pitch = sources[2];
+    MatrixData* direction = sources[3];
     const int rows = dip->rowCount();
     m_lineationPlungeData = newColumn(panelText("Lineation Plunge"), rows, dip);
     m_lineationAzimuthData = newColumn(panelText("Lineation Azimuth"), rows, dipAzimuth);
@@ -380,6 +397,10 @@ void QStereoChartWidget::slotSelectLineation()
     if (complete) {
         setLineationData(nullptr, nullptr);
         emit dataSetSelected();
+    } else if (m_lineationPlungeData) {
+        // Lines the boxes no longer name leave the chart.
+        deleteLineationData();
+        m_drawingArea->updateChart();
     }
 }
 
@@ -516,8 +537,8 @@ void QStereoChartWidget::applyZoom(double zoom)
 void QStereoChartWidget::chartZoomChanged(double zoom)
 {
     {
-        const QSignalBlocker blocker(m_pqZoomFactorSpinBox);
-        m_pqZoomFactorSpinBox->setValue(zoom);
+        const QSignalBlocker blocker(m_pqZoomSpinBox);
+        m_pqZoomSpinBox->setValue(zoom);
     }
     slotZoomFactorChanged(zoom);
 }
@@ -529,9 +550,9 @@ void QStereoChartWidget::slotZoomFactorChanged(double zoom)
 
 void QStereoChartWidget::slotZoomFactorReset(bool on)
 {
-    m_pqZoomFactorSpinBox->setEnabled(on);
+    m_pqZoomSpinBox->setEnabled(on);
     m_drawingArea->enableMouseZoom(on);
-    slotZoomFactorChanged(on ? m_pqZoomFactorSpinBox->value() : 1.0);
+    slotZoomFactorChanged(on ? m_pqZoomSpinBox->value() : 1.0);
 }
 
 void QStereoChartWidget::slotHorizontalSliderChanged(int value)
@@ -548,7 +569,7 @@ void QStereoChartWidget::slotVerticalSliderChanged(int value)
 
 void QStereoChartWidget::slotDataPointsSelection(const boost::dynamic_bitset<>& rows)
 {
-    if (displayDataType() != QRelationshipItemModel::ShowSelectedOnly) {
+    if (m_model->displayType() != QRelationshipItemModel::ShowSelectedOnly) {
         m_selectedRows.clear();
         for (auto r = rows.find_first(); r != boost::dynamic_bitset<>::npos; r = rows.find_next(r))
             m_selectedRows.push_back(static_cast<int>(r));
@@ -579,7 +600,7 @@ void QStereoChartWidget::updateColorLegend()
 
 void QStereoChartWidget::updateSymbolLegendItemSelection(const QModelIndex&)
 {
-    const std::vector<int> ids = symbolLegendView->getSelectedIDs();
+    const std::vector<int> ids = m_pqSymbolLegendView->getSelectedIDs();
     m_model->clearSelection();
     for (int id : ids)
         m_model->setSelectedSymbol(id, true);
@@ -588,7 +609,7 @@ void QStereoChartWidget::updateSymbolLegendItemSelection(const QModelIndex&)
 
 void QStereoChartWidget::updateColorLegendItemSelection(const QModelIndex&)
 {
-    const std::vector<int> ids = colorLegendView->getSelectedIDs();
+    const std::vector<int> ids = m_pqColorLegendView->getSelectedIDs();
     m_model->clearSelection();
     for (int id : ids)
         m_model->setSelectedColorClass(id, true);
@@ -597,26 +618,28 @@ void QStereoChartWidget::updateColorLegendItemSelection(const QModelIndex&)
 
 void QStereoChartWidget::slotClearLegendSelection()
 {
-    symbolLegendView->clearSelection();
-    colorLegendView->clearSelection();
+    m_pqSymbolLegendView->clearSelection();
+    m_pqColorLegendView->clearSelection();
 }
 
 void QStereoChartWidget::slotSymbolLegendsVerticalScrollBarChanged(int value)
 {
-    symbolLegendView->slotLegendsVerticalScrollBarChanged(value);
+    m_pqSymbolLegendView->slotLegendsVerticalScrollBarChanged(value);
 }
 
 void QStereoChartWidget::slotColorLegendsVerticalScrollBarChanged(int value)
 {
-    colorLegendView->slotLegendsVerticalScrollBarChanged(value);
+    m_pqColorLegendView->slotLegendsVerticalScrollBarChanged(value);
 }
 
 void QStereoChartWidget::updateSymbolPointStyle()
 {
+    // "Single": every class in the one shape of "Type", told apart by colour only.
     const bool multiple = m_pqMultipleSymbolRadioButton->isChecked();
     m_model->setSymbolColorOnly(!multiple);
     m_drawingArea->setSymbolColorOnly(!multiple);
-    m_pqPointStyleComboBox->setEnabled(!multiple);
+    // The shape of "Type" is drawn unless each class has a shape of its own.
+    m_pqPointTypeComboBox->setEnabled(!multiple || !m_symbolData);
     updateSymbolLegend();
     m_drawingArea->updateChart();
 }
@@ -666,7 +689,7 @@ void QStereoChartWidget::blackWhiteSwitch()
 {
     const bool black = !m_pqWhiteBackgroundRadioButton->isChecked();
     m_drawingArea->setPalette(PanelBackground::palette(black, m_drawingArea->palette()));
-    PanelBackground::apply(black, m_pqPlotFrame, m_drawingArea, nullptr);
+    PanelBackground::apply(black, m_pqChartFrame, m_drawingArea, nullptr);
 }
 
 void QStereoChartWidget::conventionSwitch()

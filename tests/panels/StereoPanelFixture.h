@@ -16,9 +16,12 @@ struct StereoPanel {
     std::unique_ptr<QStereoChartWidget> w;
     int reloads = 0;
     std::vector<int> tableRows;
-    explicit StereoPanel(Sheet& s, bool extended = true) : sheet(s)
+    explicit StereoPanel(Sheet& s, bool extended = true) : StereoPanel(s, nullptr, extended) {}
+    // panel: a panel made elsewhere (a derived one), owned from here on.
+    StereoPanel(Sheet& s, QStereoChartWidget* panel, bool extended = true) : sheet(s)
     {
-        w.reset(new QStereoChartWidget(QStringLiteral("Stereo Projection"), nullptr, nullptr, extended, extended));
+        w.reset(panel ? panel
+                      : new QStereoChartWidget(QStringLiteral("Stereo Projection"), nullptr, nullptr, extended, extended));
         w->resize(1000, 700);
         w->setDataRoot(sheet.root.get());
         refillBoxes();
@@ -90,7 +93,7 @@ struct StereoPanel {
     {
         QStringList out;
         for (QLabel* l : w->findChildren<QLabel*>())
-            out << l->text();
+            out << l->objectName() + QLatin1Char('=') + l->text();
         return out;
     }
 };

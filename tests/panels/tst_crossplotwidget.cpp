@@ -7,6 +7,7 @@
 #include <PanelColorButton.h>
 #include <QCartesianAxisWidget.h>
 #include <QCrossPlot.h>
+#include <QLegendListModel.h>
 #include <QDepthPlotWidget.h>
 #include <QUnitLineEdit.h>
 
@@ -79,6 +80,8 @@ private slots:
     void cursorLabelInDisplayUnits_data();
     void cursorLabelInDisplayUnits();
     void colourRangeReset();
+    void colourMapDirection_data();
+    void colourMapDirection();
     void columnLostWhileOpen();
     void depthTrackOffersDepthOnly();
     void reloadAfterOwnLasso_data();
@@ -687,6 +690,40 @@ void TestCrossPlotWidget::colourRangeReset()
     p.activate("m_pqColorAttributeComboBox", QStringLiteral("None"));
     p.w->resetDisplayColorAttribute();
     QCOMPARE(minimum->text(), QStringLiteral("---"));
+}
+
+void TestCrossPlotWidget::colourMapDirection_data()
+{
+    QTest::addColumn<QString>("radio");
+    QTest::addColumn<bool>("lowBlue");
+    QTest::newRow("Blue-Red") << "m_pqBlueRedRadioBtn" << true;
+    QTest::newRow("Red-Blue") << "m_pqRedBlueRadioBtn" << false;
+}
+
+// "Blue-Red" shows low values blue and high values red, in the legend and in the table's cells
+// (the column's own colour map, which the stereo panel sets the same way).
+void TestCrossPlotWidget::colourMapDirection()
+{
+    QFETCH(QString, radio);
+    QFETCH(bool, lowBlue);
+    Sheet s;
+    fillXY(s, 3);
+    s.add(QStringLiteral("z"), {0.0, 5.0, 10.0});
+    Panel p(s);
+    p.activate("m_pqColorAttributeComboBox", QStringLiteral("z"));
+    p.show("x", "y");
+    p.w->findChild<QRadioButton*>(radio)->setChecked(true);
+    p.reload();
+    auto blue = [](const QColor& c) { return c.blue() > 150 && c.red() < 100; };
+    auto red = [](const QColor& c) { return c.red() > 150 && c.blue() < 100; };
+    MatrixData* z = s.column(QStringLiteral("z"));
+    QCOMPARE(blue(z->cellColor(0)), lowBlue);
+    QCOMPARE(red(z->cellColor(2)), lowBlue);
+    QLegendListModel* legend = p.w->colorLegend();
+    QVERIFY(legend->rowCount() > 1);
+    const QColor last = legend->data(legend->index(legend->rowCount() - 1, 0), Qt::DecorationRole).value<QColor>();
+    QCOMPARE(red(last), lowBlue);
+    QCOMPARE(blue(last), !lowBlue);
 }
 
 void TestCrossPlotWidget::columnLostWhileOpen()

@@ -69,6 +69,39 @@ QColor pointColour(QStereoChartWidget* w, const QPointF& orientation)
 }
 } // namespace
 
+// A panel derived as the tangent plot's is: its own surface, its own cursor label, pages out.
+class DerivedSurface : public QStereoPlotWidget
+{
+public:
+    using QStereoPlotWidget::QStereoPlotWidget;
+};
+
+class DerivedPanel : public QStereoChartWidget
+{
+public:
+    explicit DerivedPanel(const QString& title)
+        : QStereoChartWidget(title, nullptr, nullptr, true, true, Qt::WindowFlags(), false, QStringLiteral("tangent"))
+    {
+        createChartArea(title);
+        initializeChart();
+        hideTab(QStringLiteral("Lineation"));
+        showTab(QStringLiteral("PlotFoldAxis"));
+    }
+    int cursorCalls = 0;
+    void updateCursorPosLabel(const QPointF&) override
+    {
+        ++cursorCalls;
+        m_pqPoleCursorLabel->hide();
+        m_pqPlaneCursorLabel->setText(QStringLiteral("(plunge/plunge az.):"));
+    }
+
+protected:
+    void createChartArea(const QString& title) override
+    {
+        installChartArea(new DerivedSurface(m_pqStereoPlotFrame, title));
+    }
+};
+
 class TestStereoChartWidget : public QObject
 {
     Q_OBJECT
@@ -83,6 +116,7 @@ private slots:
     void formDefaults();
     void toolBoxPages();
     void pagesTakenOutAndBack();
+    void derivedPanel();
     void tabs();
     void reducedPanel();
     void displayDataReloads_data();
@@ -95,6 +129,7 @@ private slots:
     void statisticsOfAGroup();
     void lineationDataHidesFisherFields();
     void reportWithAndWithoutUnits();
+    void fitOfFisherDistribution();
     void lineationFromPlungeAndAzimuth();
     void lineationFromPlaneAndPitch();
     void lineationNeedsEveryBox();
@@ -290,6 +325,29 @@ void TestStereoChartWidget::pagesTakenOutAndBack()
     QCOMPARE(box->itemText(box->count() - 1), QStringLiteral("Rotation"));
 }
 
+void TestStereoChartWidget::derivedPanel()
+{
+    Sheet s;
+    addTwoClusters(s);
+    auto* panel = new DerivedPanel(QStringLiteral("Tangent Plot"));
+    StereoPanel p(s, panel);
+    p.show();
+    QVERIFY(dynamic_cast<DerivedSurface*>(p.w->drawingArea()));
+    QCOMPARE(p.w->drawingArea()->model(), p.w->model());
+    QCOMPARE(p.w->model()->pointCount(), 10);
+    QCOMPARE(p.w->settingsPrefix(), QStringLiteral("tangent"));
+    // The surface's cursor reaches the derived label.
+    emit p.w->drawingArea()->cursorPos(QPointF(5, 5), true);
+    QCOMPARE(panel->cursorCalls, 1);
+    QCOMPARE(p.text("m_pqPlaneCursorLabel"), QStringLiteral("(plunge/plunge az.):"));
+    auto* box = p.child<QToolBox>("m_pqStereoToolBox");
+    QCOMPARE(box->widget(box->count() - 1)->objectName(), QStringLiteral("PlotFoldAxis"));
+    QCOMPARE(box->indexOf(p.page("Lineation")), -1);
+    // The form's controls drive the derived surface as they drive their own.
+    p.child<QCheckBox>("m_pqShow2DegreeNet")->setChecked(true);
+    QVERIFY(p.w->drawingArea()->show2DegreeNet());
+}
+
 void TestStereoChartWidget::tabs()
 {
     QStereoChartWidget w(QStringLiteral("Stereo Projection"), nullptr, nullptr);
@@ -335,6 +393,8 @@ void TestStereoChartWidget::reducedPanel()
     StereoPanel p(s, false);
     p.show();
     QVERIFY(p.child<QToolBox>("m_pqStereoToolBox")->isHidden());
+    // Without a symbol attribute the points take the shape of "Type".
+    QVERIFY(p.child<QComboBox>("m_pqPointTypeComboBox")->isEnabled());
     QVERIFY(p.child<QWidget>("m_pqDataSetFrame")->isHidden());
     QCOMPARE(p.child<QTabWidget>("m_pqTabWidget")->count(), 1);
     QVERIFY(!p.w->woodcockWidget());
@@ -522,8 +582,11 @@ void TestStereoChartWidget::statisticsOfAGroup()
 
 void TestStereoChartWidget::lineationDataHidesFisherFields()
 {
+    UnitRegistry registry;
     Sheet s;
+    s.root->setRegistry(&registry);
     addOrientations(s, {30, 32, 28, 30}, {120, 120, 120, 124});
+    s.column(QStringLiteral("dip"))->setRegistry(&registry);
     StereoPanel p(s);
     p.show();
     QVERIFY(!p.child<QLabel>("m_pqKappa")->isHidden());
@@ -534,6 +597,8 @@ void TestStereoChartWidget::lineationDataHidesFisherFields()
                              "m_pqConfidenceRadiusDegree"})
         QVERIFY2(p.child<QLabel>(name)->isHidden(), name);
     QCOMPARE(p.text("m_pqMeanPrincipalCaption"), QStringLiteral("(Plunge,Plunge Az.):"));
+    QVERIFY(!p.w->statisticSummary()->documentHtml().contains(QLatin1String("Fisher Distribution")));
+    QVERIFY(p.w->statisticSummary()->documentHtml().contains(QLatin1String("Mean Principal Direction")));
     p.activate("m_pqCalculationForComboBox", QStringLiteral("Lines"));
     QVERIFY(!p.child<QLabel>("m_pqKappa")->isHidden());
 }
@@ -563,6 +628,52 @@ void TestStereoChartWidget::reportWithAndWithoutUnits()
         QVERIFY2(html.contains(QLatin1String(section)), section);
     QVERIFY(html.contains(QLatin1String(" rad  (")));
     QVERIFY(!html.contains(QLatin1String("nan")));
+}
+
+void TestStereoChartWidget::fitOfFisherDistribution()
+{
+    Sheet s;
+    // A cap of planes about 30/120, spread a few degrees.
+    QVector<double> dips, azimuths;
+    for (int i = 0; i < 40; ++i) {
+        dips << 30.0 + 6.0 * std::sin(i * 1.3);
+        azimuths << 120.0 + 9.0 * std::cos(i * 0.7);
+    }
+    addOrientations(s, dips, azimuths);
+    StereoPanel p(s);
+    p.show();
+    auto* tabs = p.child<QTabWidget>("m_pqTabWidget");
+    QTabWidget* fit = p.w->fitTabWidget();
+    fit->setCurrentIndex(2);
+    tabs->setCurrentIndex(3);
+    QCOMPARE(fit->currentIndex(), 0);
+    auto value = [&p](const char* name) {
+        bool ok = false;
+        const double v = p.w->findChild<QLabel*>(QString::fromLatin1(name))->text().toDouble(&ok);
+        return ok ? v : -1.0;
+    };
+    // A tight cap: both estimates of the dispersion are large, as the resultant's is.
+    QVERIFY2(value("m_pqColatitudeKappa") > 10.0, qPrintable(p.text("m_pqColatitudeKappa")));
+    QVERIFY2(value("m_pqTwoVariableKappa") > 10.0, qPrintable(p.text("m_pqTwoVariableKappa")));
+    QVERIFY2(value("m_pqMeanResultantKappa") > 10.0, qPrintable(p.text("m_pqMeanResultantKappa")));
+    QCOMPARE(p.text("m_pqMeanResultantKappa"), p.text("m_pqKappa"));
+    QString bad;
+    QVERIFY2(noNumberWentWrong(p.labelTexts(), bad), qPrintable(bad));
+
+    // Rows picked in a Q-Q plot reach the owner, and the chart reloads on its way back.
+    auto* plot = p.w->findChild<QWidget*>(QStringLiteral("exponentialPlot"));
+    QVERIFY(plot);
+    QSignalSpy spy(p.w.get(), &QStereoChartWidget::dataPointsSelection);
+    boost::dynamic_bitset<> rows(40);
+    rows.set(3);
+    QVERIFY(QMetaObject::invokeMethod(plot, "dataPointsSelection", Q_ARG(boost::dynamic_bitset<>, rows),
+                                      Q_ARG(QString, QStringLiteral("EXPONENTIAL"))));
+    QCOMPARE(spy.count(), 1);
+    p.reloads = 0;
+    tabs->setCurrentIndex(0);
+    QCOMPARE(p.reloads, 1);
+    tabs->setCurrentIndex(1);
+    QCOMPARE(p.reloads, 1);
 }
 
 void TestStereoChartWidget::lineationFromPlungeAndAzimuth()
@@ -641,15 +752,17 @@ void TestStereoChartWidget::cursorLabel_data()
     QTest::addColumn<bool>("strike");
     QTest::addColumn<bool>("firstShown");
     QTest::addColumn<QString>("caption");
-    QTest::addColumn<QString>("value");
-    // The centre of the net: the pole of a horizontal plane.
-    QTest::newRow("selection, lines") << "selection" << 0 << false << true << "Plane(dip/dip az.):" << "(0.00/0.00)";
-    QTest::newRow("selection, lines, strike") << "selection" << 0 << true << true << "Plane(strike/dip/sense):"
-                                              << "(270.00/0.00 N)";
+    QTest::addColumn<double>("first");
+    QTest::addColumn<double>("second");
+    QTest::addColumn<QString>("sense");
+    // The centre of the net: the pole of a horizontal plane; the net's top: a vertical line.
+    QTest::newRow("selection, lines") << "selection" << 0 << false << true << "Plane(dip/dip az.):" << 0.0 << 0.0 << "";
+    QTest::newRow("selection, lines, strike") << "selection" << 0 << true << true << "Plane(strike/dip/sense):" << 270.0
+                                              << 0.0 << "N";
     QTest::newRow("selection, poles and planes") << "selection" << 1 << false << false << "Line(plunge/plunge az.):"
-                                                 << "(90.00/180.00)";
-    QTest::newRow("projected plane") << "plane" << 0 << false << true << "Plane(dip/dip az.):" << "(90.00/180.00)";
-    QTest::newRow("pole") << "pole" << 0 << false << true << "Plane(dip/dip az.):" << "(0.00/0.00)";
+                                                 << 90.0 << 180.0 << "";
+    QTest::newRow("projected plane") << "plane" << 0 << false << true << "Plane(dip/dip az.):" << 90.0 << 180.0 << "";
+    QTest::newRow("pole") << "pole" << 0 << false << true << "Plane(dip/dip az.):" << 0.0 << 0.0 << "";
 }
 
 void TestStereoChartWidget::cursorLabel()
@@ -659,7 +772,9 @@ void TestStereoChartWidget::cursorLabel()
     QFETCH(bool, strike);
     QFETCH(bool, firstShown);
     QFETCH(QString, caption);
-    QFETCH(QString, value);
+    QFETCH(double, first);
+    QFETCH(double, second);
+    QFETCH(QString, sense);
     Sheet s;
     addTwoClusters(s);
     StereoPanel p(s);
@@ -673,6 +788,11 @@ void TestStereoChartWidget::cursorLabel()
     QStereoPlotWidget* plot = p.w->drawingArea();
     const QPointF centre = QPointF(plot->centre()) - QPointF(plot->xOffsetPixels(), plot->yOffsetPixels());
     p.w->updateCursorPosLabel(centre);
+    // Numbers with the decimals of the dip column.
+    const int decimals = s.column(QStringLiteral("dip"))->unitPrecision();
+    const QString value = QStringLiteral("(") + QString::number(first, 'f', decimals) + QLatin1Char('/')
+                          + QString::number(second, 'f', decimals) + (sense.isEmpty() ? QString() : QLatin1Char(' ') + sense)
+                          + QStringLiteral(")");
     QCOMPARE(plot->cursorInformationMode(), mode);
     QCOMPARE(!p.child<QLabel>("m_pqPoleCursorLabel")->isHidden(), firstShown);
     QCOMPARE(p.text("m_pqPlaneCursorLabel"), caption);
@@ -760,6 +880,8 @@ void TestStereoChartWidget::legendRowsAreThePointClasses()
     QVERIFY(!p.child<QWidget>("m_pqSymbolLegendFrame")->isHidden());
     QLegendListModel* legend = p.w->symbolLegend();
     QCOMPARE(legend->rowCount(), 3);
+    // Each class in a shape of its own: the one shape of "Type" is not used.
+    QVERIFY(!p.child<QComboBox>("m_pqPointTypeComboBox")->isEnabled());
     QRelationshipItemModel* model = p.w->model();
     QStereoPlotWidget* plot = p.w->drawingArea();
     for (int row = 0; row < model->pointCount(); ++row) {
@@ -779,6 +901,11 @@ void TestStereoChartWidget::legendRowsAreThePointClasses()
         plot->setBackgroundColor(background);
         QCOMPARE(swatch, expected);
     }
+    p.child<QRadioButton>("m_pqSingleSymbolRadioButton")->click();
+    QVERIFY(p.child<QComboBox>("m_pqPointTypeComboBox")->isEnabled());
+    QVERIFY(p.w->drawingArea()->symbolColorOnly());
+    p.child<QRadioButton>("m_pqMultipleSymbolRadioButton")->click();
+    QVERIFY(!p.w->drawingArea()->symbolColorOnly());
     // Clicking a class selects its points.
     QSignalSpy spy(p.w.get(), &QStereoChartWidget::dataPointsSelection);
     auto* view = p.child<QLegendListView>("m_pqSymbolLegendView");
@@ -838,12 +965,25 @@ void TestStereoChartWidget::woodcockPointPerClass()
     QWoodcockHelpWidget* woodcock = p.w->woodcockWidget();
     QVERIFY(woodcock);
     QLegendListModel* legend = p.w->symbolLegend();
-    QVERIFY(legend->rowCount() >= 2);
-    QCOMPARE(int(woodcock->points().size()), legend->rowCount());
-    for (int row = 0; row < legend->rowCount(); ++row) {
-        const int id = legend->idOfRow(row);
-        QCOMPARE(woodcock->symbolIds()[std::size_t(row)], id);
-        QCOMPARE(woodcock->colours()[std::size_t(row)], legend->classColors().value(id));
+    // The classes the points fall in: the two clusters, in the legend's order.
+    std::vector<int> classes;
+    for (int row = 0; row < p.w->model()->pointCount(); ++row) {
+        QColor colour;
+        const int id = p.w->model()->getColor(row, colour);
+        if (std::find(classes.begin(), classes.end(), id) == classes.end())
+            classes.push_back(id);
+    }
+    std::sort(classes.begin(), classes.end());
+    QCOMPARE(int(classes.size()), 2);
+    QString ids;
+    for (int id : woodcock->symbolIds())
+        ids += QString::number(id) + QLatin1Char(' ');
+    QVERIFY2(woodcock->symbolIds() == classes, qPrintable(ids));
+    for (std::size_t k = 0; k < classes.size(); ++k) {
+        QVERIFY(legend->rowOfId(classes[k]) >= 0);
+        QCOMPARE(woodcock->colours()[k], legend->classColors().value(classes[k]));
+        // Two tight groups: each one clustered, far up the diagram's axes.
+        QVERIFY(woodcock->points()[k].x() > 1.0 || woodcock->points()[k].y() > 1.0);
     }
     // The working selection is gone afterwards.
     QVERIFY(!p.w->model()->partSelection());
@@ -979,7 +1119,7 @@ QMap<QString, QString> controlStates(QWidget* w)
     for (const char* bar : {"m_pqHorizontalScrollBar", "m_pqVerticalScrollBar"})
         out.insert(bar, QString::number(w->findChild<QScrollBar*>(bar)->value()));
     for (QPushButton* b : w->findChildren<QPushButton*>())
-        if (b->objectName().endsWith(QLatin1String("ColorButton")))
+        if (b->objectName().startsWith(QLatin1String("m_pq")) && b->objectName().endsWith(QLatin1String("ColorButton")))
             out.insert(b->objectName(), PanelColorButton::color(b).name());
     return out;
 }
@@ -1018,7 +1158,7 @@ void TestStereoChartWidget::settingsRoundTrip()
         a.child<QSpinBox>(name)->setValue(++width > 5 ? 5 : width);
     int shade = 0x10;
     for (QPushButton* b : a.w->findChildren<QPushButton*>())
-        if (b->objectName().endsWith(QLatin1String("ColorButton")))
+        if (b->objectName().startsWith(QLatin1String("m_pq")) && b->objectName().endsWith(QLatin1String("ColorButton")))
             PanelColorButton::setColor(b, QColor(shade += 9, 0x80, 0x40));
     a.child<QDoubleSpinBox>("m_pqZoomSpinBox")->setValue(4.5);
     a.child<QScrollBar>("m_pqHorizontalScrollBar")->setValue(20);
@@ -1189,6 +1329,8 @@ void TestStereoChartWidget::reloadAfterOwnLasso_data()
     QTest::addColumn<QString>("change");
     QTest::addColumn<bool>("reloads");
     QTest::addRow("the lasso's rows come back") << "none" << false;
+    QTest::addRow("the lasso's rows come back, with lines") << "lineation" << false;
+    QTest::addRow("a lineation cell edited since") << "lineationEdit" << true;
     QTest::addRow("a cell edited since") << "edit" << true;
     QTest::addRow("other rows come back") << "rows" << true;
     QTest::addRow("rotated since") << "rotate" << true;
@@ -1204,9 +1346,18 @@ void TestStereoChartWidget::reloadAfterOwnLasso()
     QFETCH(bool, reloads);
     Sheet s;
     addTwoClusters(s);
+    s.add(QStringLiteral("plunge"), {10, 20, 30, 40, 50, 10, 20, 30, 40, 50});
+    s.add(QStringLiteral("trend"), {10, 20, 30, 40, 50, 60, 70, 80, 90, 100});
     StereoPanel p(s);
     p.tableRows = {2, 5, 7};
     p.show();
+    const bool lines = change.startsWith(QLatin1String("lineation"));
+    if (lines) {
+        p.activate("m_pqLineationPlungeComboBox", QStringLiteral("plunge"));
+        p.activate("m_pqLineationAzimuthComboBox", QStringLiteral("trend"));
+        QCOMPARE(p.w->lineationModel()->pointCount(), 10);
+    }
+    const quint64 linesBefore = p.w->lineationModel()->dataRevision();
     MatrixData* dip = s.column(QStringLiteral("dip"));
     MatrixData* azimuth = s.column(QStringLiteral("azimuth"));
     QRelationshipItemModel* model = p.w->model();
@@ -1232,9 +1383,17 @@ void TestStereoChartWidget::reloadAfterOwnLasso()
         azimuth->setValue(4, 0, QVariant());
     else if (change == "selectedOnly")
         p.w->setDisplayDataType(QRelationshipItemModel::ShowSelectedOnly);
+    else if (change == "lineationEdit")
+        s.column(QStringLiteral("trend"))->setValue(0, 0, 11.0);
     const quint64 before = model->dataRevision();
     p.w->setDataSet(dip, azimuth, nullptr, nullptr, nullptr, nullptr, rows);
     QCOMPARE(model->dataRevision() != before, reloads);
+    if (lines) {
+        // The lines stay drawn either way, read again only when they changed.
+        QCOMPARE(p.w->lineationModel()->pointCount(), 10);
+        QCOMPARE(p.w->lineationModel()->dataRevision() != linesBefore, reloads);
+        QVERIFY(p.w->drawingArea()->showLineation());
+    }
     if (change == "edit")
         QCOMPARE(model->data()->value(3, 0).toPointF(), QPointF(42.0, 121.0));
     const int expected = change == "blank" ? 2 : int(rows.size());
