@@ -31,8 +31,8 @@ QTangentChartWidget::QTangentChartWidget(const QString& title, QWidget* parent, 
     m_pqConventionGroupBox->hide();
     for (const char* page : kRemovedPages)
         setPageRemoved(QString::fromLatin1(page));
-    showTab(QStringLiteral("PlotFoldAxis"), m_pqToolBox->count());
-    m_pqToolBox->setItemText(m_pqToolBox->count() - 1, tr("Plot Fold Axis"));
+    showTab(QStringLiteral("PlotFoldAxis"), m_pqStereoToolBox->count());
+    m_pqStereoToolBox->setItemText(m_pqStereoToolBox->count() - 1, tr("Plot Fold Axis"));
 
     m_pqFoldAxisPlungeSpinBox->setRange(0.0, 60.0);
     m_pqFoldAxisPlungeSpinBox->setSingleStep(1.0);
