@@ -59,4 +59,17 @@ bool PanelLoadStamp::operator==(const PanelLoadStamp& other) const
     return !m_words.empty() && m_words == other.m_words && m_texts == other.m_texts;
 }
 
+bool PanelLoadStamp::selectionIsExactly(const boost::dynamic_bitset<>& selection, const std::vector<int>& rows)
+{
+    std::size_t inRange = 0;
+    for (int r : rows) {
+        if (r < 0 || std::size_t(r) >= selection.size())
+            continue;
+        if (!selection.test(std::size_t(r)))
+            return false;
+        ++inRange;
+    }
+    return selection.count() == inRange;
+}
+
 } // namespace rkBase

@@ -11,6 +11,8 @@
 
 #include <QString>
 
+#include <boost/dynamic_bitset.hpp>
+
 #include <cstdint>
 #include <vector>
 
@@ -33,6 +35,11 @@ public:
     PanelLoadStamp& add(const QString& text);
 
     bool operator==(const PanelLoadStamp& other) const;
+
+    // Whether a model's selection bits are exactly these rows (those within its table): what a
+    // load of the rows would leave, when none of them is refused. A refused row has its bit
+    // cleared, and that case answers false, so that the caller loads.
+    static bool selectionIsExactly(const boost::dynamic_bitset<>& selection, const std::vector<int>& rows);
     bool operator!=(const PanelLoadStamp& other) const { return !(*this == other); }
 
 private:

@@ -98,4 +98,13 @@ void PanelSettings::readInto(QDoubleSpinBox* spin, const QString& key, double de
         spin->setValue(readDouble(key, def, spin->minimum(), spin->maximum()));
 }
 
+QString PanelSettings::readRangeText(const QString& key) const
+{
+    const QString noValue = QStringLiteral("---");
+    const QString text = readString(key, noValue).trimmed();
+    bool ok = false;
+    const double v = text.toDouble(&ok);
+    return ok && std::isfinite(v) ? text : noValue;
+}
+
 } // namespace rkBase

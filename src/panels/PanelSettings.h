@@ -36,6 +36,8 @@ public:
     QString readString(const QString& key, const QString& def) const;
     QColor readColor(const QString& key, const QColor& def) const;
     QList<int> readIntList(const QString& key) const;
+    // A range edit's text: a finite number as written, anything else "---".
+    QString readRangeText(const QString& key) const;
 
     // The controls straight from a key, within the control's own range (signals are not blocked).
     void readInto(QAbstractButton* check, const QString& key, bool def) const;

@@ -380,19 +380,7 @@ bool QCrossPlotWidget::loadWouldChangeNothing(const std::vector<int>& rows) cons
         return false;
     if (relationshipModel->partSelection() != !rows.empty())
         return false;
-    const boost::dynamic_bitset<>& selection = relationshipModel->selection();
-    std::size_t inRange = 0;
-    for (int r : rows) {
-        if (r < 0 || std::size_t(r) >= selection.size())
-            continue;
-        // A row the load would have refused has its bit cleared: that case reloads.
-        if (!selection.test(std::size_t(r)))
-            return false;
-        ++inRange;
-    }
-    if (selection.count() != inRange)
-        return false;
-    return currentLoadStamp() == m_loadStamp;
+    return PanelLoadStamp::selectionIsExactly(relationshipModel->selection(), rows) && currentLoadStamp() == m_loadStamp;
 }
 
 void QCrossPlotWidget::updateRelationshipDiagram()

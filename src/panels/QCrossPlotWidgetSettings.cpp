@@ -16,15 +16,6 @@ namespace rkBase {
 namespace {
 const QString kNoValueText = QStringLiteral("---");
 
-// The colour range edits hold a number or "---"; anything else is not kept.
-QString rangeText(const PanelSettings& s, const QString& key)
-{
-    const QString text = s.readString(key, kNoValueText).trimmed();
-    bool ok = false;
-    const double v = text.toDouble(&ok);
-    return ok && std::isfinite(v) ? text : kNoValueText;
-}
-
 void readBoundary(const PanelSettings& s, const QString& key, QUnitLineEdit* edit)
 {
     bool ok = false;
@@ -168,9 +159,9 @@ void QCrossPlotWidget::readSettings(const QString& prefix)
     s.endGroup();
 
     s.beginGroup(QStringLiteral("color_map_settings"));
-    ui.m_pqMinRange->setText(rangeText(s, QStringLiteral("color_map_min_range")));
-    ui.m_pqMaxRange->setText(rangeText(s, QStringLiteral("color_map_max_range")));
-    ui.m_pqIntervallSize->setText(rangeText(s, QStringLiteral("color_map_interval_size")));
+    ui.m_pqMinRange->setText(s.readRangeText(QStringLiteral("color_map_min_range")));
+    ui.m_pqMaxRange->setText(s.readRangeText(QStringLiteral("color_map_max_range")));
+    ui.m_pqIntervallSize->setText(s.readRangeText(QStringLiteral("color_map_interval_size")));
     {
         const QSignalBlocker a(ui.m_pqBlueRedRadioBtn), b(ui.m_pqRedBlueRadioBtn);
         const bool blueRed = s.readBool(QStringLiteral("color_map_blue_red"), true);

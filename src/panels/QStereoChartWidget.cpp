@@ -475,19 +475,7 @@ bool QStereoChartWidget::loadWouldChangeNothing(const std::vector<int>& rows) co
         return false;
     if (m_model->partSelection() != !rows.empty())
         return false;
-    const boost::dynamic_bitset<>& selection = m_model->selection();
-    std::size_t inRange = 0;
-    for (int r : rows) {
-        if (r < 0 || std::size_t(r) >= selection.size())
-            continue;
-        // A row the load would have refused has its bit cleared: that case reloads.
-        if (!selection.test(std::size_t(r)))
-            return false;
-        ++inRange;
-    }
-    if (selection.count() != inRange)
-        return false;
-    return currentLoadStamp() == m_loadStamp;
+    return PanelLoadStamp::selectionIsExactly(m_model->selection(), rows) && currentLoadStamp() == m_loadStamp;
 }
 
 void QStereoChartWidget::updateStereoPlot()

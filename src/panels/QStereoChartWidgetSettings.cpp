@@ -15,16 +15,6 @@
 namespace rkBase {
 
 namespace {
-const QString kNoValueText = QStringLiteral("---");
-
-// The range edits hold a number or "---"; anything else is not kept.
-QString rangeText(const PanelSettings& s, const QString& key)
-{
-    const QString text = s.readString(key, kNoValueText).trimmed();
-    bool ok = false;
-    const double v = text.toDouble(&ok);
-    return ok && std::isfinite(v) ? text : kNoValueText;
-}
 
 // One of two radio buttons from a pair of keys; anything but the second alone picks the first.
 void readPair(const PanelSettings& s, const QString& firstKey, bool firstDefault, QAbstractButton* first,
@@ -267,9 +257,9 @@ void QStereoChartWidget::readSettings(const QString& prefix)
     s.endGroup();
 
     s.beginGroup(QStringLiteral("color_map_settings"));
-    m_pqColorMinRange->setText(rangeText(s, QStringLiteral("color_map_min_range")));
-    m_pqColorMaxRange->setText(rangeText(s, QStringLiteral("color_map_max_range")));
-    m_pqColorIntervalSize->setText(rangeText(s, QStringLiteral("color_map_interval_size")));
+    m_pqColorMinRange->setText(s.readRangeText(QStringLiteral("color_map_min_range")));
+    m_pqColorMaxRange->setText(s.readRangeText(QStringLiteral("color_map_max_range")));
+    m_pqColorIntervalSize->setText(s.readRangeText(QStringLiteral("color_map_interval_size")));
     readPair(s, QStringLiteral("color_map_blue_red"), true, m_pqBlueRedRadioButton, QStringLiteral("color_map_red_blue"),
              false, m_pqRedBlueRadioButton);
     s.endGroup();
@@ -283,9 +273,9 @@ void QStereoChartWidget::readSettings(const QString& prefix)
     s.endGroup();
 
     s.beginGroup(QStringLiteral("contour_color_map_settings"));
-    m_pqContourMinRange->setText(rangeText(s, QStringLiteral("color_map_min_range")));
-    m_pqContourMaxRange->setText(rangeText(s, QStringLiteral("color_map_max_range")));
-    m_pqContourIntervalSize->setText(rangeText(s, QStringLiteral("color_map_interval_size")));
+    m_pqContourMinRange->setText(s.readRangeText(QStringLiteral("color_map_min_range")));
+    m_pqContourMaxRange->setText(s.readRangeText(QStringLiteral("color_map_max_range")));
+    m_pqContourIntervalSize->setText(s.readRangeText(QStringLiteral("color_map_interval_size")));
     readPair(s, QStringLiteral("color_map_blue_red"), true, m_pqContourBlueRedRadioButton,
              QStringLiteral("color_map_red_blue"), false, m_pqContourRedBlueRadioButton);
     s.endGroup();
