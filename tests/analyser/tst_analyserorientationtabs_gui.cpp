@@ -12,9 +12,11 @@
 
 #include <QtTest>
 
+#include <QAbstractButton>
 #include <QSettings>
 #include <QToolBox>
 
+#include <algorithm>
 #include <memory>
 
 using namespace rkBase;
@@ -98,6 +100,7 @@ private slots:
     void selectionOnTheNetComesBackWithoutAReload();
     void tabsGoWithoutOrientations();
     void lightModeTakesPagesOut();
+    void settingsUnderTheWindowsGroups();
 };
 
 void TestAnalyserOrientationTabs::pages_data()
@@ -208,6 +211,25 @@ void TestAnalyserOrientationTabs::lightModeTakesPagesOut()
         QVERIFY(!toolBoxPages(panel).contains(QStringLiteral("Rotation")));
         QVERIFY(!toolBoxPages(panel).contains(QStringLiteral("ClusterGeneration")));
     }
+}
+
+// The stereo panel reads and writes under "/stereo_plot/"; the tangent panel reads under
+// "/tangent_plot/" and is never written. A first start gives the panels' own defaults (the 10
+// degree net on).
+void TestAnalyserOrientationTabs::settingsUnderTheWindowsGroups()
+{
+    UnitRegistry registry;
+    auto d = makeDialog(registry);
+    auto* net = d->stereoChart()->findChild<QAbstractButton*>(QStringLiteral("m_pqShow10DegreeNet"));
+    QVERIFY(net && net->isChecked());
+    net->setChecked(false);
+    d->saveSettings();
+    const QStringList keys = QSettings().allKeys();
+    QVERIFY(std::any_of(keys.begin(), keys.end(), [](const QString& k) { return k.contains(QLatin1String("/stereo_plot/")); }));
+    QVERIFY(std::none_of(keys.begin(), keys.end(), [](const QString& k) { return k.contains(QLatin1String("/tangent_plot/")); }));
+    auto again = makeDialog(registry);
+    QVERIFY(!again->stereoChart()->findChild<QAbstractButton*>(QStringLiteral("m_pqShow10DegreeNet"))->isChecked());
+    QVERIFY(again->tangentChart()->findChild<QAbstractButton*>(QStringLiteral("m_pqShow10DegreeNet"))->isChecked());
 }
 
 QTEST_MAIN(TestAnalyserOrientationTabs)
