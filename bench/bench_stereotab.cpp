@@ -16,6 +16,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QRandomGenerator>
+#include <QTabWidget>
 
 #include <algorithm>
 #include <cmath>
@@ -135,19 +136,26 @@ void BM_NetCheckBox(benchmark::State& state)
 }
 BENCHMARK(BM_NetCheckBox)->Unit(benchmark::kMillisecond)->MinTime(2.0);
 
-// The three probability plots of the Fisher fit on the 1,000,000 points.
+// The three probability plots of the Fisher fit on the 1,000,000 points, as the user gets them on
+// the fit's page: the fit, then the plot in front painted (the two behind it draw when shown).
 void BM_FitOfFisherDistribution(benchmark::State& state)
 {
     Window& w = window();
     w.show(QStringLiteral("STEREOPLOT"));
-    w.panel->drawingArea()->grab();
+    auto* pages = w.panel->findChild<QTabWidget*>(QStringLiteral("m_pqTabWidget"));
+    pages->setCurrentWidget(pages->findChild<QWidget*>(QStringLiteral("GOODNESS_OF_FIT")));
+    QApplication::processEvents();
+    QWidget* front = w.panel->fitTabWidget()->currentWidget();
     for (auto _ : state) {
         state.PauseTiming();
         // The statistics mark the fit as stale; only then does it run.
         w.panel->updateObservationStatistics();
         state.ResumeTiming();
         w.panel->updateFitOfFisherDistribution();
+        benchmark::DoNotOptimize(front->grab());
     }
+    state.counters["front_w"] = front->width();
+    pages->setCurrentIndex(0);
 }
 BENCHMARK(BM_FitOfFisherDistribution)->Unit(benchmark::kMillisecond)->MinTime(3.0);
 

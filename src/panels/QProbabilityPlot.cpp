@@ -6,6 +6,8 @@
 #include <MatrixData.h>
 #include <MatrixDataArray.h>
 #include <QRelationshipItemModel.h>
+#include <FastTrig.h>
+#include <StableValueOrder.h>
 
 #include <QCoreApplication>
 #include <QPoint>
@@ -13,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <typeinfo>
 
 namespace rkBase {
@@ -72,6 +75,8 @@ QProbabilityPlot::QProbabilityPlot(QWidget* parent, DisplayUnitManager* manager,
     disconnect(crossPlot, SIGNAL(dataPointsSelection(boost::dynamic_bitset<>)), this, nullptr);
     connect(crossPlot, SIGNAL(dataPointsSelection(boost::dynamic_bitset<>)), this,
             SLOT(slotDataPointsSelection(boost::dynamic_bitset<>)));
+    // The three plots of a fit share one tab widget: only the one in front draws at once.
+    crossPlot->setRedrawOnlyWhenShown(true);
 }
 
 QProbabilityPlot::~QProbabilityPlot()
@@ -118,28 +123,37 @@ double QProbabilityPlot::updateProbabilityPlot(QRelationshipItemModel* model)
     return getRegressionSlope();
 }
 
-void QProbabilityPlot::createQuantile(QRelationshipItemModel* model, QString const& type, std::vector<gdfVertex>& out)
+namespace {
+
+// The plotted sample in the order the rows were read, with each value's table row and the
+// ascending order of the values (equal values in the order read, as a stable sort leaves them).
+struct QuantileSample {
+    std::vector<double> values;
+    std::vector<int> tableRows;
+    std::vector<std::uint32_t> order;
+};
+
+void readQuantileSample(QRelationshipItemModel* model, QString const& type, QuantileSample& sample)
 {
-    out.clear();
+    sample = QuantileSample();
     if (!model || !model->data())
         return;
     const bool uniform = type == QLatin1String(kUniform);
     const bool exponential = type == QLatin1String(kExponential);
     const bool normal = type == QLatin1String(kNormal);
     const int rows = model->data()->validValueRowCount();
-    struct Keyed {
-        double x;
-        int at;
-        int tableRow;
-    };
-    std::vector<Keyed> keyed;
-    keyed.reserve(std::size_t(std::max(rows, 0)));
+    sample.values.reserve(std::size_t(std::max(rows, 0)));
+    sample.tableRows.reserve(std::size_t(std::max(rows, 0)));
     // The rotated points straight from their cells where the model keeps them in a plain point
     // list, as its rotatedData(row) would give them.
     const MatrixDataArray* list = model->rotatedData();
     const CellColumn* cells = list && typeid(*list) == typeid(MatrixDataArray) ? list->cellColumn(0) : nullptr;
     if (cells && !cells->pointData())
         cells = nullptr;
+    // The longitudes in whole degrees, whose order a counting pass gives.
+    std::vector<std::int32_t> degrees;
+    if (uniform)
+        degrees.reserve(std::size_t(std::max(rows, 0)));
     for (int row = 0; row < rows; ++row) {
         if (!model->passesRowFilter(row))
             continue;
@@ -156,52 +170,86 @@ void QProbabilityPlot::createQuantile(QRelationshipItemModel* model, QString con
         double x = 0.0;
         if (uniform) {
             // Whole degrees: the longitude is read as a QPoint, which rounds.
-            x = p.toPoint().y() / 360.0;
+            const int degree = p.toPoint().y();
+            degrees.push_back(degree);
+            x = degree / 360.0;
         } else {
-            const double colatitude = p.x() * kDegToRad;
+            double sine = 0.0, cosine = 1.0;
+            FastTrig::sinCos(p.x() * kDegToRad, sine, cosine);
             if (exponential)
-                x = 1.0 - std::cos(colatitude);
+                x = 1.0 - cosine;
             else if (normal)
-                x = std::sqrt(std::max(0.0, std::sin(colatitude))) * p.y() * kDegToRad;
+                x = std::sqrt(std::max(0.0, sine)) * p.y() * kDegToRad;
         }
         // A value that cannot be ordered would break the sort; it cannot be plotted either.
         if (!std::isfinite(x))
             continue;
-        keyed.push_back({x, int(keyed.size()), model->tableRow(row)});
+        sample.values.push_back(x);
+        sample.tableRows.push_back(model->tableRow(row));
     }
-    // Ascending by value, equal values in the order read: the order of a stable sort, from a
-    // plain one on (value, position), which is the faster on a million points.
-    std::sort(keyed.begin(), keyed.end(),
-              [](const Keyed& l, const Keyed& r) { return l.x < r.x || (l.x == r.x && l.at < r.at); });
-    out.reserve(keyed.size());
-    for (const Keyed& k : keyed)
-        out.emplace_back(k.x, double(k.tableRow), 0.0);
+    if (uniform)
+        StableValueOrder::compute(degrees.data(), degrees.size(), sample.order);
+    else
+        StableValueOrder::compute(sample.values.data(), sample.values.size(), sample.order);
+}
+
+} // namespace
+
+void QProbabilityPlot::createQuantile(QRelationshipItemModel* model, QString const& type, std::vector<gdfVertex>& out)
+{
+    QuantileSample sample;
+    readQuantileSample(model, type, sample);
+    out.clear();
+    out.reserve(sample.order.size());
+    for (const std::uint32_t at : sample.order)
+        out.emplace_back(sample.values[at], double(sample.tableRows[at]), 0.0);
 }
 
 namespace {
 
-// Writes the sorted sample values and their expected quantiles, reference(i, n) for the i-th
-// (1-based) of n, at the table row each came from. An expected quantile that does not exist
-// (more samples than n counts) leaves the row blank.
+// Writes the sample values and their expected quantiles, reference(i, n) for the i-th (1-based)
+// smallest of n, at the table row each came from. An expected quantile that does not exist (more
+// samples than n counts) leaves the row blank. The rows are written in the order read, which
+// keeps a million writes in step with memory instead of scattered by rank.
 template <typename Reference>
-void writeQuantiles(const std::vector<gdfVertex>& quantiles, int n, MatrixData* referenceColumn,
-                    MatrixData* sampleColumn, Reference reference)
+void writeQuantiles(const QuantileSample& sample, int n, MatrixData* referenceColumn, MatrixData* sampleColumn,
+                    Reference reference)
 {
     if (!referenceColumn || !sampleColumn)
         return;
-    for (std::size_t k = 0; k < quantiles.size(); ++k) {
-        const int row = int(quantiles[k].y());
-        const double expected = reference(double(k + 1), double(n));
-        if (row < 0 || !std::isfinite(expected))
+    // The expected quantiles in rank order (the lookups then rise, which the normal table's
+    // walk relies on), each filed under the position its sample was read at.
+    std::vector<double> expected(sample.order.size());
+    for (std::size_t k = 0; k < sample.order.size(); ++k)
+        expected[sample.order[k]] = reference(double(k + 1), double(n));
+    CellColumn* sampleCells = sampleColumn->writableCellColumn(0);
+    CellColumn* referenceCells = referenceColumn->writableCellColumn(0);
+    double* samples = sampleCells ? sampleCells->writableDoubleData() : nullptr;
+    double* references = referenceCells ? referenceCells->writableDoubleData() : nullptr;
+    std::uint8_t* sampleValid = samples ? sampleCells->writableValidData() : nullptr;
+    std::uint8_t* referenceValid = references ? referenceCells->writableValidData() : nullptr;
+    const int rows = samples && references ? std::min(sampleCells->size(), referenceCells->size()) : 0;
+    for (std::size_t at = 0; at < expected.size(); ++at) {
+        const int row = sample.tableRows[at];
+        const double value = sample.values[at];
+        if (row < 0 || !std::isfinite(expected[at]))
             continue;
-        sampleColumn->setDoubleValue(row, 0, quantiles[k].x());
-        referenceColumn->setDoubleValue(row, 0, expected);
+        if (row < rows) {
+            samples[row] = value;
+            sampleValid[row] = 1;
+            references[row] = expected[at];
+            referenceValid[row] = 1;
+        } else {
+            sampleColumn->setDoubleValue(row, 0, value);
+            referenceColumn->setDoubleValue(row, 0, expected[at]);
+        }
     }
 }
 
 // MatrixData::getInterpolationValue over columns 0 and 1 of a table whose x rises row by row,
-// answered by a binary search: the plot asks once for each of a million points. The answers
-// are the linear walk's, bit for bit: the first segment that holds x, the same arithmetic.
+// answered from where the last question was: the plot asks once for each of a million points,
+// in rising order. The answers are the linear walk's, bit for bit: the first segment that holds
+// x, the same arithmetic.
 class AscendingTable
 {
 public:
@@ -226,17 +274,20 @@ public:
         }
     }
     bool usable() const { return !m_x.empty(); }
-    double value(double x) const
+    // hint: where the previous, smaller x was found (start at 0); any order of questions is
+    // answered right, rising ones in constant time.
+    double value(double x, std::size_t& hint) const
     {
         if (x == m_x.front())
             return m_y.front();
-        // The first k >= 1 with x[k] >= x; its segment holds x when x[k - 1] <= x.
-        const auto at = std::lower_bound(m_x.begin() + 1, m_x.end(), x);
-        if (at != m_x.end()) {
-            const std::size_t k = std::size_t(at - m_x.begin());
-            if (m_x[k - 1] <= x)
-                return m_y[k - 1] + (x - m_x[k - 1]) / (m_x[k] - m_x[k - 1]) * (m_y[k] - m_y[k - 1]);
-        }
+        // The first k >= 1 with x[k] >= x; its segment holds x when x[k - 1] <= x. Every row
+        // before a hint whose row before it lies below x lies below x too.
+        std::size_t k = hint >= 1 && hint < m_x.size() && m_x[hint - 1] < x ? hint : 1;
+        while (k < m_x.size() && m_x[k] < x)
+            ++k;
+        hint = k;
+        if (k < m_x.size() && m_x[k - 1] <= x)
+            return m_y[k - 1] + (x - m_x[k - 1]) / (m_x[k] - m_x[k - 1]) * (m_y[k] - m_y[k - 1]);
         // Outside the span: the nearer end.
         return std::abs(x - m_x.front()) <= std::abs(x - m_x.back()) ? m_y.front() : m_y.back();
     }
@@ -249,9 +300,9 @@ private:
 
 void QProbabilityPlot::createUniformProbability(QRelationshipItemModel* model)
 {
-    std::vector<gdfVertex> quantiles;
-    createQuantile(model, QString::fromLatin1(kUniform), quantiles);
-    if (quantiles.empty())
+    QuantileSample quantiles;
+    readQuantileSample(model, QString::fromLatin1(kUniform), quantiles);
+    if (quantiles.order.empty())
         return;
     writeQuantiles(quantiles, model->numberOfSelectedPoints(), m_reference, m_sample,
                    [](double i, double n) { return (i - 0.5) / n; });
@@ -259,9 +310,9 @@ void QProbabilityPlot::createUniformProbability(QRelationshipItemModel* model)
 
 void QProbabilityPlot::createExpontentialProbability(QRelationshipItemModel* model)
 {
-    std::vector<gdfVertex> quantiles;
-    createQuantile(model, QString::fromLatin1(kExponential), quantiles);
-    if (quantiles.empty())
+    QuantileSample quantiles;
+    readQuantileSample(model, QString::fromLatin1(kExponential), quantiles);
+    if (quantiles.order.empty())
         return;
     writeQuantiles(quantiles, model->numberOfSelectedPoints(), m_reference, m_sample,
                    [](double i, double n) { return std::log(n / (n - i + 0.5)); });
@@ -269,19 +320,20 @@ void QProbabilityPlot::createExpontentialProbability(QRelationshipItemModel* mod
 
 void QProbabilityPlot::createNormalProbability(QRelationshipItemModel* model)
 {
-    std::vector<gdfVertex> quantiles;
-    createQuantile(model, QString::fromLatin1(kNormal), quantiles);
-    if (quantiles.empty())
+    QuantileSample quantiles;
+    readQuantileSample(model, QString::fromLatin1(kNormal), quantiles);
+    if (quantiles.order.empty())
         return;
     MatrixData* table = nullptr;
     inverse_normal_distribution(table);
     const AscendingTable lookUp(table);
+    std::size_t hint = 0;
     writeQuantiles(quantiles, model->numberOfSelectedPoints(), m_reference, m_sample,
-                   [table, &lookUp](double i, double n) {
+                   [table, &lookUp, &hint](double i, double n) {
                        const double p = (i - 0.5) / n;
                        if (!std::isfinite(p))
                            return p;
-                       return lookUp.usable() ? lookUp.value(p) : table->getInterpolationValue(p, 0, 1);
+                       return lookUp.usable() ? lookUp.value(p, hint) : table->getInterpolationValue(p, 0, 1);
                    });
     delete table;
 }

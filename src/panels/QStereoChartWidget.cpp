@@ -544,6 +544,18 @@ void QStereoChartWidget::updateStereoPlotSettings()
 {
     if (signalsBlocked())
         return;
+    // These draw under or over the data points, or choose which kinds of them show: the chart
+    // may keep the points it drew last time instead of walking a million of them again.
+    const QObject* from = sender();
+    for (const QObject* control : std::initializer_list<const QObject*>{
+             m_pqShow10DegreeNet, m_pqShow2DegreeNet, m_pqShowLabels, m_pqAnnotationAnglesRadioButton,
+             m_pqAnnotationDirectionsRadioButton, m_pqAnnotationOffRadioButton, m_pqShowPlanes, m_pqShowPoles,
+             m_pqShowAzimuths, m_pqShowLineation, m_pqShowMeanPrincipalPlane, m_pqShowMeanResultantPlane,
+             m_pqShowSuggestedSectionPlane, m_pqShowBestFitPlane, m_pqShowMeanPrincipalPole,
+             m_pqShowMeanResultantPole, m_pqShowTPole, m_pqShowLPole, m_pqShowMeanPrincipalAzimuth,
+             m_pqShowMeanResultantAzimuth, m_pqShowTAzimuth, m_pqShowLAzimuth})
+        if (from && from == control)
+            m_drawingArea->reusePointLayersOnce();
     updateStereoPlotSettings(true);
 }
 

@@ -217,6 +217,10 @@ void QChartDrawingArea::changeHeaderTitle(const QString& text)
 
 void QChartDrawingArea::updateChart()
 {
+    if (m_redrawOnlyWhenShown && !isVisible()) {
+        scheduleRedraw();
+        return;
+    }
     redraw();
     m_redrawNeeded = false;
     update();
@@ -224,6 +228,10 @@ void QChartDrawingArea::updateChart()
 
 QImage& QChartDrawingArea::beginOverlay()
 {
+    if (m_redrawNeeded) {
+        redraw();
+        m_redrawNeeded = false;
+    }
     m_overlayPixmap = m_chartPixmap.copy();
     return m_overlayPixmap;
 }

@@ -155,6 +155,10 @@ public:
     QAction* modifyAction() const { return m_modifyAction; }
     void changeHeaderTitle(const QString& text);
     void updateChart();
+    // A chart that spends most of its life on a page behind another (one of several plots in a
+    // tab widget) may leave updateChart()'s drawing to the paint that shows it: a million points
+    // are then drawn for the page the user looks at, not for all of them.
+    void setRedrawOnlyWhenShown(bool on) { m_redrawOnlyWhenShown = on; }
     // The raster is rebuilt at the next paint rather than now: for changes that come in bursts
     // (a lasso's selection, then the table's answer), so that a million points are drawn once.
     void scheduleRedraw()
@@ -302,6 +306,7 @@ protected:
     QImage m_overlayPixmap;
     QImage m_chartPixmap;
     bool m_redrawNeeded = true;
+    bool m_redrawOnlyWhenShown = false;
     std::unique_ptr<OpenGLScene> m_openGLScene;
     std::vector<QPointF> m_contourLabelPositions;
     std::vector<QString> m_contourLabelTexts;

@@ -675,8 +675,6 @@ void QCrossPlot::drawStructuralOrientation(DepthLineField* field, QPainter* pain
 
 void QCrossPlot::paintEvent(QPaintEvent* event)
 {
-    if (m_redrawNeeded)
-        redraw();
     // Everything transient is drawn on the widget over the raster, so the raster needs no copy.
     QChartDrawingArea::paintEvent(event);
     QPainter painter(this);

@@ -539,7 +539,7 @@ void QStereoPlotWidget::redraw()
     if (m_maxPlotAngle == -1.0)
         painter.setClipping(false);
     if (m_model) {
-        drawDataPoints(&painter);
+        drawDataPointLayers(&painter);
         if (m_showMaxShearTractionForData)
             drawSlipDirectionsForData(&painter);
     }

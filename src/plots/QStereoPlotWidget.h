@@ -62,6 +62,11 @@ public:
     void redraw() override;
     QPointF transformInPixelPoint(const QPointF& data) override;
 
+    // The next redraw may take the data points from the last one: the caller changed only what
+    // lies under or over them (a net, labels, annotation, the mean orientations) or which kinds
+    // of points show. What the points themselves depend on is still compared before any reuse.
+    void reusePointLayersOnce() { m_reusePointLayers = true; }
+
     // ---- projection ----
     // Raster pixel of the pole of the plane (dip, dip azimuth).
     QPointF poleInPixel(const QPointF& orientation) const;
@@ -261,10 +266,21 @@ protected:
     // Traces, poles, dip directions and lineation through the point walkers, as the chart order
     // has them; the stress field's drag leaves the dip directions out.
     void drawDataPoints(QPainter* painter, bool withDipDirections = true);
+    // drawDataPoints for the raster, a kind of points at a time through a layer of its own that
+    // the next redraw can take again (reusePointLayersOnce).
+    void drawDataPointLayers(QPainter* painter);
+    quint64 pointLayerKey() const;
 
     // Label boxes of the results placed since drawMeanOrientation began.
     std::vector<QRectF> m_placedLabels;
     bool m_placingResults = false;
+
+    // The kinds of points of the raster, each on a transparent window of the raster's size, in
+    // drawing order (traces, poles, dip directions, lineation); a null image is not drawn yet.
+    enum PointLayer { TraceLayer, PoleLayer, DipDirectionLayer, LineationLayer, PointLayerCount };
+    QImage m_pointLayers[PointLayerCount];
+    quint64 m_pointLayerKey = 0;
+    bool m_reusePointLayers = false;
 
     // ---- fields, in their order ----
     bool m_showPoles = true;

@@ -2,6 +2,7 @@
 
 #include "ColumnReader.h"
 #include "OrientationConstants.h"
+#include "PointColumnWriter.h"
 
 #include "CellColumn.h"
 #include "UnitRegistry.h"
@@ -291,6 +292,7 @@ void QRelationshipItemModel::newRelationshipData(int step, MatrixData* x, Matrix
 
     const ColumnReader readX(x);
     const ColumnReader readY(y);
+    PointColumnWriter points(m_data);
     double minX = kSearchStart, minY = kSearchStart, maxX = -kSearchStart, maxY = -kSearchStart;
     int k = 0;
     for (int r = 0; r < rowsX; ++r) {
@@ -315,7 +317,7 @@ void QRelationshipItemModel::newRelationshipData(int step, MatrixData* x, Matrix
             if (vy >= 360.0)
                 vy -= 360.0;
         }
-        m_data->setPointValue(k, QPointF(vx, vy));
+        points.set(k, QPointF(vx, vy));
         m_tableRow[k] = r;
         ++k;
         ++m_pointCount;

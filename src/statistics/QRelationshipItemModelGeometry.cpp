@@ -7,6 +7,7 @@
 
 #include "FastTrig.h"
 #include "OrientationConstants.h"
+#include "PointColumnWriter.h"
 
 #include <CellColumn.h>
 #include <MatrixDataArray.h>
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <typeinfo>
 
 namespace rkBase {
@@ -315,22 +317,50 @@ void QRelationshipItemModel::rotateDataToMeanPole(QPointF const& mean, bool isPo
 }
 
 namespace {
-// The spherical triangle shared by the mean-pole and Q-Q rotations, for one point p.
-struct MeanPoleTerms {
-    double sinA, cosA, sinB, cosB, sinC, cosC;
-    MeanPoleTerms(QPointF const& p, QPointF const& mean)
+// The spherical triangle shared by the mean-pole and Q-Q rotations. c depends on the mean only,
+// so its sine and cosine are taken once per walk; a and b once per point.
+struct MeanPoleTriangle {
+    double sinC, cosC, meanY;
+    explicit MeanPoleTriangle(QPointF const& mean) : meanY(mean.y())
     {
-        const double a = (180.0 - p.x()) * kDegToRad;
-        const double b = (p.y() - mean.y()) * kDegToRad;
         const double c = (180.0 - mean.x()) * kDegToRad;
-        sinA = std::sin(a);
-        cosA = std::cos(a);
-        sinB = std::sin(b);
-        cosB = std::cos(b);
         sinC = std::sin(c);
         cosC = std::cos(c);
     }
+    void terms(QPointF const& p, double& sinA, double& cosA, double& sinB, double& cosB) const
+    {
+        FastTrig::sinCos((180.0 - p.x()) * kDegToRad, sinA, cosA);
+        FastTrig::sinCos((p.y() - meanY) * kDegToRad, sinB, cosB);
+    }
 };
+
+// Calls visit(row, point) for every row below rows whose orientation readOrientation accepts,
+// reading stored point cells in place rather than row by row through the checks; other nodes go
+// through read (readOrientation).
+template <typename Read, typename Visit>
+void forEachOrientation(const MatrixData* data, int rows, Read read, Visit visit)
+{
+    const CellColumn* cells = data->cellColumn(0);
+    const QPointF* points = cells && cells->type() == QVariant::PointF
+            && (typeid(*data) == typeid(MatrixData) || typeid(*data) == typeid(MatrixDataArray))
+        ? cells->pointData()
+        : nullptr;
+    if (points) {
+        const std::uint8_t* valid = cells->validData();
+        rows = std::min(rows, cells->size());
+        for (int row = 0; row < rows; ++row) {
+            const QPointF& p = points[row];
+            if (valid[row] && std::isfinite(p.x()) && std::isfinite(p.y()))
+                visit(row, p);
+        }
+        return;
+    }
+    for (int row = 0; row < rows; ++row) {
+        QPointF p;
+        if (read(data, row, p))
+            visit(row, p);
+    }
+}
 } // namespace
 
 void QRelationshipItemModel::rotateDataToMeanPole2(QPointF const& mean)
@@ -343,14 +373,14 @@ void QRelationshipItemModel::rotateDataToMeanPole2(QPointF const& mean)
     m_rotatedData = new MatrixDataArray(m_data->name(), m_data->rowCount(), 1, QVariant::PointF);
     m_rotatedData->setInterfaceName(m_data->interfaceName());
     const int rows = m_data->validValueRowCount();
-    for (int row = 0; row < rows; ++row) {
-        QPointF p;
-        if (!readOrientation(m_data, row, p))
-            continue;
-        const MeanPoleTerms t(p, mean);
-        double X = t.sinA * t.cosC * t.cosB - t.cosA * t.sinC;
-        double Y = t.sinB * t.sinA;
-        double colatitude = rkUtils::acos(t.sinC * t.sinA * t.cosB + t.cosA * t.cosC) * kRadToDeg;
+    const MeanPoleTriangle triangle(mean);
+    PointColumnWriter out(m_rotatedData);
+    forEachOrientation(m_data, rows, &readOrientation, [&triangle, &out](int row, QPointF const& p) {
+        double sinA, cosA, sinB, cosB;
+        triangle.terms(p, sinA, cosA, sinB, cosB);
+        double X = sinA * triangle.cosC * cosB - cosA * triangle.sinC;
+        double Y = sinB * sinA;
+        double colatitude = rkUtils::acos(triangle.sinC * sinA * cosB + cosA * triangle.cosC) * kRadToDeg;
         if (colatitude > 90.0) {
             colatitude = 180.0 - colatitude;
             X = -X;
@@ -363,8 +393,8 @@ void QRelationshipItemModel::rotateDataToMeanPole2(QPointF const& mean)
             longitude += 90.0;
         else if (X < 0.0 && Y != 0.0)
             longitude += 270.0;
-        m_rotatedData->setPointValue(row, QPointF(colatitude, longitude));
-    }
+        out.set(row, QPointF(colatitude, longitude));
+    });
     m_rotatedData->setValidValueRowCount(rows);
 }
 
@@ -375,21 +405,21 @@ void QRelationshipItemModel::rotateDataToForNormalQQPlot(QPointF const& mean)
     double minX = kSearchStart, minY = kSearchStart;
     double maxX = -kSearchStart, maxY = -kSearchStart;
     const int rows = std::min(m_data->validValueRowCount(), m_rotatedData->rowCount());
-    for (int row = 0; row < rows; ++row) {
-        QPointF p;
-        if (!readOrientation(m_data, row, p))
-            continue;
-        const MeanPoleTerms t(p, mean);
-        const double colatitude = rkUtils::acos(t.cosC * t.sinA * t.cosB - t.cosA * t.sinC) * kRadToDeg;
+    const MeanPoleTriangle triangle(mean);
+    PointColumnWriter out(m_rotatedData);
+    forEachOrientation(m_data, rows, &readOrientation, [&](int row, QPointF const& p) {
+        double sinA, cosA, sinB, cosB;
+        triangle.terms(p, sinA, cosA, sinB, cosB);
+        const double colatitude = rkUtils::acos(triangle.cosC * sinA * cosB - cosA * triangle.sinC) * kRadToDeg;
         // No fold and no quadrant correction: the Q-Q plot wants the signed angle.
         const double longitude =
-            std::atan(-(t.sinB * t.sinA) / (t.sinA * t.sinC * t.cosB + t.cosA * t.cosC)) * kRadToDeg;
+            std::atan(-(sinB * sinA) / (sinA * triangle.sinC * cosB + cosA * triangle.cosC)) * kRadToDeg;
         minX = std::min(minX, colatitude);
         maxX = std::max(maxX, colatitude);
         minY = std::min(minY, longitude);
         maxY = std::max(maxY, longitude);
-        m_rotatedData->setPointValue(row, QPointF(colatitude, longitude));
-    }
+        out.set(row, QPointF(colatitude, longitude));
+    });
     // The range goes on the point list, not on the rotated copy: the Q-Q axes read it there.
     setMinMaxRanges(minX, minY, maxX, maxY);
 }

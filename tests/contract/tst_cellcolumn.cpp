@@ -20,6 +20,8 @@ private slots:
     void typeChangeKeepsWhatConverts();
     void memoryPerCell_data();
     void memoryPerCell();
+    void fillIsSetOnEveryRow_data();
+    void fillIsSetOnEveryRow();
 };
 
 namespace {
@@ -150,6 +152,40 @@ void TestCellColumn::memoryPerCell()
     QFETCH(int, bytes);
     CellColumn column(static_cast<QVariant::Type>(type), 100000);
     QCOMPARE(column.memoryBytes(), std::size_t(bytes) * 100000);
+}
+
+// fill(v) must leave every row as set(row, v) does, including a value the column refuses (the
+// rows keep what they held) and one that blanks.
+void TestCellColumn::fillIsSetOnEveryRow_data()
+{
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QVariant>("value");
+    for (int type : {int(QVariant::Double), int(QVariant::Int), int(QVariant::Bool), int(QVariant::Color),
+                     int(QVariant::PointF), int(QVariant::String)}) {
+        const QByteArray name = QVariant::typeToName(type);
+        QTest::newRow((name + " <- 0.0").constData()) << type << QVariant(0.0);
+        QTest::newRow((name + " <- text").constData()) << type << QVariant(QStringLiteral("7"));
+        QTest::newRow((name + " <- invalid").constData()) << type << QVariant();
+        QTest::newRow((name + " <- point").constData()) << type << QVariant(QPointF(1.5, 2.0));
+    }
+}
+
+void TestCellColumn::fillIsSetOnEveryRow()
+{
+    QFETCH(int, type);
+    QFETCH(QVariant, value);
+    QRandomGenerator rng(5);
+    CellColumn filled(static_cast<QVariant::Type>(type), 40);
+    for (int r = 0; r < 40; r += 3)
+        filled.set(r, sample(static_cast<QVariant::Type>(type), rng));
+    CellColumn bySet = filled;
+    filled.fill(value);
+    for (int r = 0; r < bySet.size(); ++r)
+        bySet.set(r, value);
+    for (int r = 0; r < bySet.size(); ++r) {
+        QCOMPARE(filled.isValid(r), bySet.isValid(r));
+        QCOMPARE(filled.get(r), bySet.get(r));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestCellColumn)

@@ -268,6 +268,18 @@ bool CellColumn::point(int row, QPointF& out) const
     return true;
 }
 
+void CellColumn::fill(const QVariant& value)
+{
+    m_stamp.touch();
+    if (size() == 0)
+        return;
+    // Row 0 takes the value (or blanks) the ordinary way and the rest copy it; a value the
+    // column refuses leaves every row as it was, as it leaves row 0.
+    if (!set(0, value))
+        return;
+    forEachVector([](auto& v) { std::fill(v.begin() + 1, v.end(), v.front()); });
+}
+
 bool CellColumn::setPoint(int row, const QPointF& value)
 {
     m_stamp.touch();

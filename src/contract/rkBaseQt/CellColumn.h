@@ -34,6 +34,8 @@ public:
     // An invalid value blanks the cell. Returns false when the value does not convert to the
     // column's type (the cell is then left as it was) or the row is out of range.
     bool set(int row, const QVariant& value);
+    // Every row as set(row, value) would leave it, at the cost of one conversion.
+    void fill(const QVariant& value);
     void blank(int row);
 
     // Fast typed paths used by statistics; blank cells read 0.
@@ -53,6 +55,24 @@ public:
     // The contiguous cells of a point column (read with validData()), for walks over millions
     // of points; null for columns of other kinds. Valid until the column is resized or retyped.
     const QPointF* pointData() const { return m_store == Store::Point ? m_point.data() : nullptr; }
+    // The same storage for walks that fill millions of cells in place: a cell counts only where
+    // its validity byte is set to 1. Handing them out counts as a change of the column. Null for
+    // columns of other kinds.
+    double* writableDoubleData()
+    {
+        m_stamp.touch();
+        return m_store == Store::Double ? m_double.data() : nullptr;
+    }
+    QPointF* writablePointData()
+    {
+        m_stamp.touch();
+        return m_store == Store::Point ? m_point.data() : nullptr;
+    }
+    std::uint8_t* writableValidData()
+    {
+        m_stamp.touch();
+        return m_valid.data();
+    }
 
     void insertBlank(int row, int count = 1);
     void erase(int row, int count = 1);

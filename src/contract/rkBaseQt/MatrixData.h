@@ -472,6 +472,10 @@ public:
     // Read-only typed storage of one cell column, for numeric walks over millions of rows that
     // cannot afford a QVariant per cell. Null for a column that does not exist.
     const CellColumn* cellColumn(int column) const { return cells(column); }
+    // The same storage for walks that fill millions of cells of a node they built themselves
+    // (a rotated copy, a plot's columns); anything a node derives from its cells is theirs to
+    // keep in step. Null for a column that does not exist.
+    CellColumn* writableCellColumn(int column) { return cells(column); }
     // Writes a point into column 0 without a QVariant, for walks that write millions of points;
     // anything the typed store cannot take goes through setValue().
     bool setPointValue(int row, const QPointF& value);

@@ -90,8 +90,7 @@ void MatrixDataArray::reserve(int rows, int columns)
 void MatrixDataArray::clearData()
 {
     for (auto& c : m_columns)
-        for (int r = 0; r < c->size(); ++r)
-            c->setDouble(r, 0.0);
+        c->fill(QVariant(0.0));
     m_validRows = rowCount();
 }
 
