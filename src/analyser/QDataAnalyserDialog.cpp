@@ -10,6 +10,7 @@
 #include <QDepthPlotWidget.h>
 #include <QFinalPolish.h>
 #include <QRKEBarChartWidget.h>
+#include <QRoseChartWidget.h>
 #include <QStereoChartWidget.h>
 #include <QTangentChartWidget.h>
 #include <QSelectCellsDialog.h>
@@ -131,6 +132,7 @@ void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tab
         if (withCrossPlot)
             createRelationshipChart(chartSettingsKey);
         if (withOrientationCharts) {
+            createRoseChart(chartSettingsKey);
             createStereoChart(chartSettingsKey);
             createTangentChart(chartSettingsKey);
         }
@@ -138,6 +140,7 @@ void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tab
             createDepthPlot(chartSettingsKey);
     } else {
         createMohrDiagramChart(chartSettingsKey);
+        createRoseChart(chartSettingsKey);
         if (withDepthPlot)
             createDepthPlot(chartSettingsKey);
         if (withBarChart)
@@ -944,6 +947,8 @@ void QDataAnalyserDialog::readSettings(const QString& mainGroup)
     settings.endGroup();
     if (m_barChart)
         m_barChart->readSettings(settingsPath() + QStringLiteral("/barchart/"));
+    if (m_roseChart)
+        m_roseChart->readSettings(settingsPath() + QStringLiteral("/rose_plot/"));
     if (m_stereoChart)
         m_stereoChart->readSettings(settingsPath() + QStringLiteral("/stereo_plot/"));
     if (m_tangentChart)
@@ -968,6 +973,8 @@ void QDataAnalyserDialog::saveSettings()
     if (m_barChart)
         m_barChart->writeSettings();
     // The tangent panel's state is read above but never written: hosts have always had it so.
+    if (m_roseChart)
+        m_roseChart->writeSettings();
     if (m_stereoChart)
         m_stereoChart->writeSettings();
     if (m_crossPlotChart)

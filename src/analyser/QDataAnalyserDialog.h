@@ -37,6 +37,7 @@ class QSortFilterProxyVertexItemModel;
 class QTreeItemModel;
 class QVertexItemModel;
 class QVertexMinMaxItemModel;
+class QRoseChartWidget;
 class QVertexMinMaxModelTableView;
 class QVertexModelTableView;
 class TabWidgetWithFloatingTabs;
@@ -73,6 +74,8 @@ public:
     // The "STEREOPLOT" and "TANGENTPLOT" pages, made when the window shows orientation charts.
     void createStereoChart(const QString& chartSettingsKey);
     void createTangentChart(const QString& chartSettingsKey);
+    // The "ROSEPLOT" page, made with the orientation charts.
+    void createRoseChart(const QString& chartSettingsKey);
     QMenu* createDefaultPopupMenu();
 
     void showTab(const QString& key, const QString& title);
@@ -119,6 +122,7 @@ public:
     QDepthPlotWidget* depthPlotChart() const { return m_depthPlot; }
     QStereoChartWidget* stereoChart() const { return m_stereoChart; }
     QTangentChartWidget* tangentChart() const { return m_tangentChart; }
+    QRoseChartWidget* roseChart() const { return m_roseChart; }
     QComboBox* filterComboBox() const { return m_filterComboBox; }
     QAction* pasteAction() const { return m_pasteAction; }
     QString fileName() const { return m_fileName; }
@@ -254,6 +258,8 @@ private:
     QTangentChartWidget* m_tangentChart = nullptr;
     QSplitter* m_stereoSplitter = nullptr;
     QSplitter* m_tangentSplitter = nullptr;
+    QRoseChartWidget* m_roseChart = nullptr;
+    QSplitter* m_roseSplitter = nullptr;
     int m_currentSymbolItem = 0;
     int m_currentColorItem = 0;
     QAction* m_pasteAction = nullptr;

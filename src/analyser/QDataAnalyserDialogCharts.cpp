@@ -11,6 +11,7 @@
 #include <QDepthPlotWidget.h>
 #include <QRKEBarChartWidget.h>
 #include <QRelationshipItemModel.h>
+#include <QRoseChartWidget.h>
 #include <QStereoChartWidget.h>
 #include <QTangentChartWidget.h>
 #include <QSortFilterProxyVertexItemModel.h>
@@ -116,6 +117,15 @@ void QDataAnalyserDialog::createStereoChart(const QString& chartSettingsKey)
     m_stereoChart->setDataRoot(m_dataRoot);
 }
 
+void QDataAnalyserDialog::createRoseChart(const QString&)
+{
+    m_roseSplitter = addChartPage("ROSEPLOT", QStringLiteral(":/rkBaseQt/Resources/rose_plot.png"), tr("Rose Plot"));
+    m_roseChart = new QRoseChartWidget(tr("Rose Chart"), m_roseSplitter, true, true, Qt::WindowFlags());
+    m_roseSplitter->addWidget(m_roseChart);
+    m_roseSplitter->addWidget(new QFrame(m_roseSplitter));
+    connect(m_roseChart, SIGNAL(dataSetSelected()), this, SLOT(updateRoseChartData()));
+}
+
 void QDataAnalyserDialog::createTangentChart(const QString&)
 {
     m_tangentSplitter = addChartPage("TANGENTPLOT", QStringLiteral(":/rkBaseQt/Resources/tangent_plot.png"), tr("Tangent Plot"));
@@ -138,6 +148,8 @@ void QDataAnalyserDialog::setLightMode()
     // The depth panel is told twice: hosts have always called it so, and it does no harm.
     if (m_depthPlot)
         m_depthPlot->setLightMode();
+    if (m_roseChart)
+        m_roseChart->setLightMode();
     if (m_crossPlotChart)
         m_crossPlotChart->setLightMode();
     if (m_depthPlot)
@@ -150,7 +162,8 @@ void QDataAnalyserDialog::resetSplitterRatios()
     if (!m_splitterResetPending || !m_barSplitter)
         return;
     const QList<int> sizes{m_tabWidget ? m_tabWidget->height() : 0, 0};
-    for (QSplitter* splitter : {m_barSplitter, m_crossPlotSplitter, m_depthSplitter, m_stereoSplitter, m_tangentSplitter})
+    for (QSplitter* splitter : {m_barSplitter, m_crossPlotSplitter, m_depthSplitter, m_roseSplitter, m_stereoSplitter,
+                                 m_tangentSplitter})
         if (splitter)
             splitter->setSizes(sizes);
     m_splitterResetPending = false;
@@ -160,6 +173,12 @@ void QDataAnalyserDialog::copyToClipboard()
 {
     if (m_barChart && isCurrentTab("BARCHART")) {
         m_barChart->copyToClipboard();
+        if (m_pasteAction)
+            m_pasteAction->setEnabled(false);
+        return;
+    }
+    if (m_roseChart && isCurrentTab("ROSEPLOT")) {
+        m_roseChart->copyEWMFToClipboard();
         if (m_pasteAction)
             m_pasteAction->setEnabled(false);
         return;
@@ -348,7 +367,12 @@ void QDataAnalyserDialog::updateHistogramData()
 
 void QDataAnalyserDialog::updateRoseChartData()
 {
-    handOverChartRows("ROSEPLOT");
+    if (!m_roseChart || !isCurrentTab("ROSEPLOT"))
+        return;
+    WaitCursor wait;
+    const QList<MatrixData*> leafs = m_dataRoot ? m_dataRoot->leafs() : QList<MatrixData*>();
+    m_roseChart->setDataSet(chartNode(m_roseChart->currentSelectedDataSet(), leafs),
+                            chartNode(m_roseChart->currentColorSelectedDataSet(), leafs), chartDataRows());
 }
 
 void QDataAnalyserDialog::handOverOrientationData(QStereoChartWidget* panel, bool withLineation)
@@ -461,6 +485,12 @@ void QDataAnalyserDialog::updateChartDataSetSelectionBox(MatrixData::AttributeCo
             panel->updateSymbolAttributeDataSetSelectionBox(names, ids, m_currentSymbolItem);
             break;
         }
+    }
+    if (m_roseChart) {
+        if (collection == MatrixData::OrientationAttributes)
+            m_roseChart->updateDataSetSelectionBox(names, ids, colors);
+        else if (collection == MatrixData::SymbolAttributes)
+            m_roseChart->updateColorAttributeDataSetSelectionBox(names, ids, QString());
     }
     resetChartsUpdateNeeded();
 }

@@ -86,6 +86,16 @@ void QRosePlotWidget::createClassification(int classCount)
         createColorMapClassification(classCount);
 }
 
+void QRosePlotWidget::setClassification(std::vector<std::vector<int>> counts, const QMap<int, QVariant>& legendValues,
+                                        const QMap<int, QColor>& legendColours)
+{
+    m_classValues.clear();
+    m_classification = std::move(counts);
+    if (m_legendModel)
+        m_legendModel->setClasses(legendValues, legendColours);
+    m_redrawNeeded = true;
+}
+
 void QRosePlotWidget::createSymbolClassification()
 {
     m_classification.clear();
