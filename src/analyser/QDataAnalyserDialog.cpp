@@ -9,6 +9,7 @@
 #include <QCrossPlotWidget.h>
 #include <QDepthPlotWidget.h>
 #include <QFinalPolish.h>
+#include <QHistogramChartWidget.h>
 #include <QRKEBarChartWidget.h>
 #include <QRoseChartWidget.h>
 #include <QStereoChartWidget.h>
@@ -72,7 +73,7 @@ MatrixData* QDataAnalyserDialog::createMatrixData(const QString& name, const QSt
 
 void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tableMenu, UnitRegistry* registry,
                                      Qt::Orientation splitterOrientation, bool crossPlotDefaultsToFirstEntry,
-                                     bool withOrientationCharts, bool withDepthPlot, bool withBarChart, bool, bool withCrossPlot, int minMaxMode,
+                                     bool withOrientationCharts, bool withDepthPlot, bool withBarChart, bool withHistogram, bool withCrossPlot, int minMaxMode,
                                      bool withFieldData, bool hideCoordinateColumns)
 {
     if (m_dataRoot && !m_dataRoot->registry())
@@ -129,6 +130,8 @@ void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tab
         createTreeWidget();
         if (withBarChart)
             createBarDiagram(chartSettingsKey);
+        if (withHistogram)
+            createHistogram(chartSettingsKey);
         if (withCrossPlot)
             createRelationshipChart(chartSettingsKey);
         if (withOrientationCharts) {
@@ -145,6 +148,8 @@ void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tab
             createDepthPlot(chartSettingsKey);
         if (withBarChart)
             createBarDiagram(chartSettingsKey);
+        if (withHistogram)
+            createHistogram(chartSettingsKey);
         if (withCrossPlot)
             createRelationshipChart(chartSettingsKey);
         createTableWidget(m_tableMenu, minMaxMode, withFieldData);
@@ -324,6 +329,8 @@ void QDataAnalyserDialog::changeDataRoot(MatrixData* root)
     m_treeItemModel->setDataRoot(root);
     if (m_barChart)
         m_barChart->setDataRoot(root);
+    if (m_histogramChart)
+        m_histogramChart->setDataRoot(root);
     if (m_depthPlot)
         m_depthPlot->setDataRoot(root);
     if (m_crossPlotChart)
@@ -747,8 +754,13 @@ void QDataAnalyserDialog::setCurrentHistogramDataSet()
 {
     // The histogram panel takes the tree's first selection by name; without one there is
     // nothing to hand over.
-    if (isCurrentTab("HISTOGRAM"))
-        updateHistogramData();
+    if (!isCurrentTab("HISTOGRAM") || !m_histogramChart || !m_treeView)
+        return;
+    MatrixData* first = m_treeView->firstSelected();
+    if (!first)
+        return;
+    m_histogramChart->setCurrentDataSet(first->name());
+    updateHistogramData();
 }
 
 QList<QModelIndex> QDataAnalyserDialog::selectedModelCells() const
@@ -947,6 +959,8 @@ void QDataAnalyserDialog::readSettings(const QString& mainGroup)
     settings.endGroup();
     if (m_barChart)
         m_barChart->readSettings(settingsPath() + QStringLiteral("/barchart/"));
+    if (m_histogramChart)
+        m_histogramChart->readSettings(settingsPath() + QStringLiteral("/histogram_plot/"));
     if (m_roseChart)
         m_roseChart->readSettings(settingsPath() + QStringLiteral("/rose_plot/"));
     if (m_stereoChart)
@@ -973,6 +987,8 @@ void QDataAnalyserDialog::saveSettings()
     if (m_barChart)
         m_barChart->writeSettings();
     // The tangent panel's state is read above but never written: hosts have always had it so.
+    if (m_histogramChart)
+        m_histogramChart->writeSettings();
     if (m_roseChart)
         m_roseChart->writeSettings();
     if (m_stereoChart)

@@ -37,6 +37,7 @@ class QSortFilterProxyVertexItemModel;
 class QTreeItemModel;
 class QVertexItemModel;
 class QVertexMinMaxItemModel;
+class QHistogramChartWidget;
 class QRoseChartWidget;
 class QVertexMinMaxModelTableView;
 class QVertexModelTableView;
@@ -74,6 +75,8 @@ public:
     // The "STEREOPLOT" and "TANGENTPLOT" pages, made when the window shows orientation charts.
     void createStereoChart(const QString& chartSettingsKey);
     void createTangentChart(const QString& chartSettingsKey);
+    // The "HISTOGRAM" page with its panel.
+    void createHistogram(const QString& chartSettingsKey);
     // The "ROSEPLOT" page, made with the orientation charts.
     void createRoseChart(const QString& chartSettingsKey);
     QMenu* createDefaultPopupMenu();
@@ -123,6 +126,7 @@ public:
     QStereoChartWidget* stereoChart() const { return m_stereoChart; }
     QTangentChartWidget* tangentChart() const { return m_tangentChart; }
     QRoseChartWidget* roseChart() const { return m_roseChart; }
+    QHistogramChartWidget* histogramChart() const { return m_histogramChart; }
     QComboBox* filterComboBox() const { return m_filterComboBox; }
     QAction* pasteAction() const { return m_pasteAction; }
     QString fileName() const { return m_fileName; }
@@ -212,7 +216,6 @@ private:
     void syncColumnWidths();
     bool isCurrentTab(const char* key) const;
     void runChartUpdate(int flag);
-    void handOverChartRows(const char* tabKey);
     void handOverPanelData(QCrossPlotWidget* panel);
     // The dip, azimuth, colour, symbol and (with lineation) lineation columns a stereo or
     // tangent panel names, with the table's rows.
@@ -259,6 +262,8 @@ private:
     QSplitter* m_stereoSplitter = nullptr;
     QSplitter* m_tangentSplitter = nullptr;
     QRoseChartWidget* m_roseChart = nullptr;
+    QHistogramChartWidget* m_histogramChart = nullptr;
+    QSplitter* m_histogramSplitter = nullptr;
     QSplitter* m_roseSplitter = nullptr;
     int m_currentSymbolItem = 0;
     int m_currentColorItem = 0;
