@@ -68,7 +68,9 @@ KolmogorovSmirnovTest::Binned KolmogorovSmirnovTest::binned(const Curve& first, 
                 continue;
             const double v1 = a.at(x), v2 = b.at(x);
             const double d = std::abs(v1 - v2);
-            if (d > out.maxDifference) {
+            // Gaps equal but for rounding (a billionth of a percent) are a tie, and a tie keeps
+            // the earlier position.
+            if (d > out.maxDifference + 1e-9) {
                 out.maxDifference = d;
                 out.x = x;
                 out.v1 = v1;
