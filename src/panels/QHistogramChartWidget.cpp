@@ -96,7 +96,7 @@ QHistogramChartWidget::QHistogramChartWidget(const QString& title, QWidget* pare
     m_pqChartFrameLayout->setRowStretch(1, 1);
     m_pqChartFrameLayout->setColumnStretch(1, 1);
     m_pqChartFrameLayout->setSpacing(0);
-    sidePanelSplitter->setSizes({500, 260});
+    sidePanelSplitter->setSizes({480, 300});
     m_pqHistogramToolBox->layout()->setSpacing(0);
     if (!extended)
         widget2->hide();
@@ -332,6 +332,13 @@ void QHistogramChartWidget::updateHistogram()
                                                            attribute, group);
             else if (m_compareData)
                 m_compareModel->takeNewDataSet(m_compareData.get(), type, m_selectedRows, useSmall);
+            // A group of the column, or a column of the same colour, would draw over the data
+            // set in its colour: the comparison takes one that stands apart.
+            MatrixData* compared = m_compareModel->data();
+            if (compared && compared->color() == m_histogramData->color())
+                compared->setColor(m_histogramData->color().value() > 128 && m_histogramData->color().red() < 128
+                                       ? QColor(230, 120, 20)
+                                       : QColor(30, 90, 200));
         }
     }
 
@@ -429,8 +436,8 @@ void QHistogramChartWidget::updateDataBoundaries()
 void QHistogramChartWidget::clearTestLabels()
 {
     for (QLabel* l : {m_pqKSNumbOfPointsSet1, m_pqKSNumbOfPointsSet2, m_pqCriticalDifferenceLabel,
-                      m_pqMaxDifferenceLabel, m_pqKStestFailedInfo, m_pqSampleStatisticLabel, m_pqSampleSize1Label,
-                      m_pqSampleSize2Label, m_pqSamplePValueLabel})
+                      m_pqMaxDifferenceLabel, m_pqKStestFailedInfo, m_pqSampleStatisticLabel, m_pqSampleSizesLabel,
+                      m_pqSamplePValueLabel})
         l->setText(kNoResult);
     m_binned = KolmogorovSmirnovTest::Binned();
     m_sample = KolmogorovSmirnovTest::Sample();
@@ -484,8 +491,7 @@ void QHistogramChartWidget::runTwoSampleTest(double lo, double hi)
         m_sampleStamp = stamp;
     }
     m_pqSampleStatisticLabel->setText(QString::number(m_sample.statistic, 'f', 4));
-    m_pqSampleSize1Label->setText(QString::number(m_sample.n1));
-    m_pqSampleSize2Label->setText(QString::number(m_sample.n2));
+    m_pqSampleSizesLabel->setText(QString::number(m_sample.n1) + QStringLiteral(" / ") + QString::number(m_sample.n2));
     m_pqSamplePValueLabel->setText(m_sample.pValue < 1e-4 ? QString::number(m_sample.pValue, 'e', 2)
                                                          : QString::number(m_sample.pValue, 'f', 4));
 }

@@ -10,12 +10,6 @@ namespace rkBase {
 
 namespace {
 const QColor kPetalOutlineDefault(0x82, 0x82, 0x82);
-
-void selectTextOrNone(QComboBox* box, const QString& text)
-{
-    if (!PanelComboBoxes::selectText(box, text))
-        PanelComboBoxes::selectText(box, PanelComboBoxes::noneText());
-}
 } // namespace
 
 void QRoseChartWidget::writeSettings()
@@ -81,7 +75,7 @@ void QRoseChartWidget::readSettings(const QString& prefix)
     s.beginGroup(QStringLiteral("display"));
     const QString dataSet = s.readString(QStringLiteral("rose_plot_selected_data_set"), none);
     if (dataSet != none || m_pqRoseDataSetComboBox->count() <= 1)
-        selectTextOrNone(m_pqRoseDataSetComboBox, dataSet);
+        PanelComboBoxes::selectTextOrNone(m_pqRoseDataSetComboBox, dataSet);
     s.readInto(m_pqIntervalSizeSpinBox, QStringLiteral("rose_plot_interval_size"), m_pqIntervalSizeSpinBox->value());
     m_interval = m_pqIntervalSizeSpinBox->value();
     s.readRadios({{m_pqRosePlotRadioButton, QStringLiteral("show_direction_as_rose_plot")},
@@ -90,7 +84,7 @@ void QRoseChartWidget::readSettings(const QString& prefix)
                   {m_pqLinearRadioButton, QStringLiteral("scaling_linear")}}, 0);
     s.readRadios({{m_pqUnidirectionalRadioButton, QStringLiteral("data_type_unidirectional")},
                   {m_pqBidirectionalRadioButton, QStringLiteral("data_type_bidirectional")}}, 0);
-    selectTextOrNone(m_pqColourMapComboBox, s.readString(QStringLiteral("classified_by_attribute"), none));
+    PanelComboBoxes::selectTextOrNone(m_pqColourMapComboBox, s.readString(QStringLiteral("classified_by_attribute"), none));
     s.endGroup();
 
     s.beginGroup(QStringLiteral("color_map_settings"));

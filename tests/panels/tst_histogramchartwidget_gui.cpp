@@ -67,14 +67,7 @@ struct HistogramPanel {
     void reload() { w.setDataSet(sheet.column(w.currentSelectedDataSetName()), {}, -1); }
     template <class T> T* child(const char* name) const { return w.findChild<T*>(QString::fromLatin1(name)); }
     QString text(const char* label) const { return child<QLabel>(label)->text(); }
-    void choose(const char* box, const QString& entry)
-    {
-        QComboBox* c = child<QComboBox>(box);
-        const int at = c->findText(entry);
-        QVERIFY2(at >= 0, qPrintable(entry));
-        c->setCurrentIndex(at);
-        emit c->activated(at);
-    }
+    void choose(const char* box, const QString& entry) { panelfixture::activate(&w, box, entry); }
 };
 } // namespace
 
@@ -335,15 +328,7 @@ void TestHistogramChartWidget::badInput()
     QFETCH(double, interval);
     QFETCH(QString, points);
     HistogramPanel p;
-    MatrixData* column = nullptr;
-    if (text) {
-        QStringList t;
-        for (double v : cells)
-            t << QString::number(v);
-        column = p.sheet.addText(QStringLiteral("bad"), t);
-    } else {
-        column = p.sheet.add(QStringLiteral("bad"), cells, true);
-    }
+    MatrixData* column = p.sheet.addCells(QStringLiteral("bad"), cells, text);
     p.w.show();
     QVERIFY(QTest::qWaitForWindowExposed(&p.w));
     p.w.setDataSet(column, {}, -1);

@@ -81,14 +81,7 @@ struct RosePanel {
         w.setDataSet(sheet.column(w.currentSelectedDataSetName()), sheet.column(w.currentColorSelectedDataSetName()));
     }
     template <class T> T* child(const char* name) const { return w.findChild<T*>(QString::fromLatin1(name)); }
-    void activate(const char* box, const QString& text)
-    {
-        QComboBox* c = child<QComboBox>(box);
-        const int at = c->findText(text);
-        QVERIFY(at >= 0);
-        c->setCurrentIndex(at);
-        emit c->activated(at);
-    }
+    void activate(const char* box, const QString& text) { panelfixture::activate(&w, box, text); }
 };
 } // namespace
 
@@ -279,15 +272,7 @@ void TestRoseChartWidget::badInput()
     QFETCH(bool, text);
     QFETCH(QString, points);
     RosePanel p;
-    MatrixData* column = nullptr;
-    if (text) {
-        QStringList t;
-        for (double v : cells)
-            t << QString::number(v);
-        column = p.sheet.addText(QStringLiteral("bad"), t);
-    } else {
-        column = p.sheet.add(QStringLiteral("bad"), cells, true);
-    }
+    MatrixData* column = p.sheet.addCells(QStringLiteral("bad"), cells, text);
     p.w.show();
     QVERIFY(QTest::qWaitForWindowExposed(&p.w));
     p.w.setDataSet(column, p.sheet.colour);
