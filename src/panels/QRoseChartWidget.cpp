@@ -40,7 +40,7 @@ QRoseChartWidget::QRoseChartWidget(const QString& title, QWidget* parent, bool e
     m_pqZeroCircleSizeSlider->setValue(0);
     PanelColorButton::setColor(m_pqPetalOutlineColorButton, kPetalOutlineDefault);
     m_pqSidePanelSplitter->setSizes({400, 230});
-    m_pqLegendSplitter->setSizes({450, 150});
+    m_pqLegendSplitter->setSizes({500, 120});
     m_pqRoseToolBox->layout()->setSpacing(0);
     if (!(extended1 && extended2))
         showToolBox(false, false);

@@ -285,8 +285,14 @@ void QHistogramPlotWidget::drawStatisticText(QPainter* painter)
     for (const auto& t : texts) {
         if (!t.on || !std::isfinite(t.value) || t.value == kNoValue)
             continue;
-        painter->drawText(QRectF(raster.left() + 3.0, top, w, h), Qt::AlignLeft | Qt::AlignVCenter,
-                          percentileText(t.name, t.value));
+        const QString text = percentileText(t.name, t.value);
+        // Blue on blue bars would not read: the text stands on the background's colour.
+        const QRectF box(raster.left() + 3.0, top, std::min(w, painter->fontMetrics().horizontalAdvance(text) + 6.0), h);
+        painter->save();
+        painter->setOpacity(0.8);
+        painter->fillRect(box, m_backgroundColor);
+        painter->restore();
+        painter->drawText(box.adjusted(2.0, 0.0, 0.0, 0.0), Qt::AlignLeft | Qt::AlignVCenter, text);
         top += h + 1.0;
     }
 }
