@@ -292,7 +292,7 @@ void TestHistogramChartWidget::twoSampleTest()
     for (const char* label : {"m_pqMaxDifferenceLabel", "m_pqCriticalDifferenceLabel", "m_pqSamplePValueLabel"})
         QVERIFY(!p.text(label).contains(QLatin1String("nan")) && !p.text(label).contains(QLatin1String("inf")));
     if (verdict != QLatin1String("---")) {
-        // The verdict is the Part's rule on the numbers shown.
+        // The verdict follows the gap and the critical difference shown.
         const double d = p.w.binnedResult().maxDifference, c = p.w.binnedResult().critical;
         QCOMPARE(verdict == QLatin1String("passed"), d <= c);
         QCOMPARE(p.text("m_pqKSNumbOfPointsSet1"), QString::number(p.w.histogramModel()->sampleSize()));
