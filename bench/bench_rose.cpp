@@ -1,10 +1,13 @@
 // Frequency tables and the rose at the sizes users reach: a histogram of a million values into
 // 100 bins (given interval, and the automatic one), rose bins of a million azimuths classified by
-// a colour attribute (bins, per-bin class values and the classes the plot stacks), and a rose
-// redraw at 800 x 800. bench/anchor_rose.py times numpy on the same work.
+// a colour attribute (bins, per-bin class values and the classes the plot stacks, or the classes
+// read from typed cells as the panel reads them), the rose tab from hand-over to first paint, and
+// a rose redraw at 800 x 800. bench/anchor_rose.py times numpy and matplotlib on the same work.
 #include <MatrixData.h>
 #include <QLegendListModel.h>
+#include <QRoseChartWidget.h>
 #include <QRosePlotWidget.h>
+#include <RoseClassCounts.h>
 
 #include "BenchSupport.h"
 
@@ -109,6 +112,43 @@ void BM_RoseBinsColourClasses(benchmark::State& state)
     }
 }
 BENCHMARK(BM_RoseBinsColourClasses)->Unit(benchmark::kMillisecond)->MinTime(1.0);
+
+// The same bins with their classes read from the typed cells, as the rose panel reads them.
+void BM_RoseBinsTypedColourClasses(benchmark::State& state)
+{
+    Sheet& s = sheet();
+    QRosePlotWidget plot(nullptr, QStringLiteral("Rose Chart"));
+    QLegendListModel legend(nullptr, &plot, QLegendListModel::ColorLegend);
+    legend.setSymbolNode(s.colour);
+    RoseClassCounts counts;
+    for (auto _ : state) {
+        std::vector<std::vector<QVariant>> none;
+        MatrixData* table =
+            MatrixData::newFrequencyData(10.0, 36, 0, MatrixData::Frequency, {}, s.azimuth, nullptr, none, true);
+        plot.setRoseData(table, std::move(none), &legend, 10, 99999.0, 0.0, false);
+        counts.count(s.azimuth, s.colour, 10.0, table->rowCount(), {}, true, 19);
+        plot.setClassification(counts.counts(), counts.legendValues(), counts.legendColours());
+        if (plot.classification().empty() || legend.rowCount() != 3)
+            state.SkipWithError("no classes");
+    }
+}
+BENCHMARK(BM_RoseBinsTypedColourClasses)->Unit(benchmark::kMillisecond)->MinTime(1.0);
+
+// The rose tab from the hand-over to the painted raster: bins, classes, resultant, legend and
+// the first paint of the chart at the panel's size.
+void BM_RoseTabFirstPaint(benchmark::State& state)
+{
+    Sheet& s = sheet();
+    QRoseChartWidget panel(QStringLiteral("Rose Chart"), nullptr);
+    panel.resize(1000, 700);
+    for (auto _ : state) {
+        panel.setDataSet(s.azimuth, s.colour);
+        benchmark::DoNotOptimize(panel.drawingArea()->chartImage().constBits());
+    }
+    if (panel.colorLegend()->rowCount() != 3)
+        state.SkipWithError("no classes");
+}
+BENCHMARK(BM_RoseTabFirstPaint)->Unit(benchmark::kMillisecond)->MinTime(1.0);
 
 void BM_ResultantMeanDirection(benchmark::State& state)
 {

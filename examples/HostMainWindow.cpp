@@ -16,15 +16,21 @@
 #include <TabWidgetWithFloatingTabs.h>
 #include <UnitRegistry.h>
 
+#include <QAbstractButton>
 #include <QAction>
+#include <QComboBox>
+#include <QDoubleSpinBox>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGroupBox>
 #include <QKeySequence>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPainter>
-#include <QTabWidget>
+#include <QSpinBox>
 #include <QStatusBar>
+#include <QTabWidget>
+#include <QToolBox>
 #ifdef RK_HAVE_SVG
 #include <QSvgGenerator>
 #endif
@@ -163,6 +169,13 @@ bool HostMainWindow::showChartPage(const QString& title)
     QWidget* current = tabs ? tabs->currentWidget() : nullptr;
     if (!current)
         return false;
+    // Tool box pages open the same way as tabs.
+    for (QToolBox* box : current->findChildren<QToolBox*>())
+        for (int i = 0; i < box->count(); ++i)
+            if (box->itemText(i) == title) {
+                box->setCurrentIndex(i);
+                return true;
+            }
     for (QTabWidget* inner : current->findChildren<QTabWidget*>()) {
         for (int i = 0; i < inner->count(); ++i) {
             if (inner->tabText(i) == title) {
@@ -170,6 +183,50 @@ bool HostMainWindow::showChartPage(const QString& title)
                 return true;
             }
         }
+    }
+    return false;
+}
+
+bool HostMainWindow::setControl(const QString& name, const QString& value)
+{
+    rkBase::TabWidgetWithFloatingTabs* tabs = m_analyser->tabWidget();
+    QWidget* current = tabs ? tabs->currentWidget() : nullptr;
+    QWidget* control = current ? current->findChild<QWidget*>(name) : nullptr;
+    const bool on = value == QLatin1String("true");
+    if (!on && value != QLatin1String("false") && (qobject_cast<QAbstractButton*>(control) || qobject_cast<QGroupBox*>(control)))
+        return false;
+    if (auto* combo = qobject_cast<QComboBox*>(control)) {
+        const int at = combo->findText(value);
+        if (at < 0)
+            return false;
+        combo->setCurrentIndex(at);
+        emit combo->activated(at);
+        return true;
+    }
+    if (auto* group = qobject_cast<QGroupBox*>(control)) {
+        if (!group->isCheckable())
+            return false;
+        group->setChecked(on);
+        emit group->clicked(on);
+        return true;
+    }
+    if (auto* button = qobject_cast<QAbstractButton*>(control)) {
+        if (button->isChecked() != on)
+            button->click();
+        return true;
+    }
+    bool ok = false;
+    if (auto* spin = qobject_cast<QSpinBox*>(control)) {
+        const int v = value.toInt(&ok);
+        if (ok)
+            spin->setValue(v);
+        return ok;
+    }
+    if (auto* spin = qobject_cast<QDoubleSpinBox*>(control)) {
+        const double v = value.toDouble(&ok);
+        if (ok)
+            spin->setValue(v);
+        return ok;
     }
     return false;
 }

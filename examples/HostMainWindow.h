@@ -28,6 +28,10 @@ public:
     bool showTab(const QString& key);
     // Brings the page of this title to the front in any tab widget of the current chart.
     bool showChartPage(const QString& title);
+    // Sets a control of the current tab by its object name as a user would: a combo box to the
+    // entry of that text (activated), a check box, radio button or checkable group to "true" or
+    // "false" (clicked), a spin box to the number. False when there is no such control or value.
+    bool setControl(const QString& name, const QString& value);
     // Selects table rows first..last (counted from 1, as the table shows them), as a selection
     // made on a chart would; false when the range holds no row of the sheet.
     bool selectRows(int first, int last);

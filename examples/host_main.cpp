@@ -3,8 +3,9 @@
 // without a display can show what a user would see. --tab KEY brings a tab to the front first
 // (a tab key such as TABLE or BARCHART), --page TITLE a page of that tab's chart (such as the
 // stereo panel's "Statistic Summary"), and --select FIRST-LAST selects table rows first, as a
-// selection made on a chart would. With --export FILE it writes the current tab's chart (.emf,
-// .png or .svg) and exits.
+// selection made on a chart would. --set NAME=VALUE sets a control of the tab by object name
+// (a combo box's entry, a check box or group to true or false), as a user would. With
+// --export FILE it writes the current tab's chart (.emf, .png or .svg) and exits.
 #include "HostMainWindow.h"
 
 #include <QApplication>
@@ -72,6 +73,10 @@ int main(int argc, char** argv)
     QCommandLineOption page(QStringLiteral("page"), QStringLiteral("Show the page of this title in the tab's chart."),
                             QStringLiteral("TITLE"));
     parser.addOption(page);
+    QCommandLineOption set(QStringLiteral("set"),
+                           QStringLiteral("Set a control of the tab by object name, as a user would (repeatable)."),
+                           QStringLiteral("NAME=VALUE"));
+    parser.addOption(set);
     QCommandLineOption exportChart(QStringLiteral("export"),
                                    QStringLiteral("Export the current tab's chart to FILE (.emf, .png or .svg) and exit."),
                                    QStringLiteral("FILE"));
@@ -93,6 +98,13 @@ int main(int argc, char** argv)
     if (parser.isSet(tab) && !window.showTab(parser.value(tab))) {
         std::fprintf(stderr, "--tab %s: this window has no tab of that key\n", qPrintable(parser.value(tab)));
         return 2;
+    }
+    for (const QString& assignment : parser.values(set)) {
+        const int eq = assignment.indexOf(QLatin1Char('='));
+        if (eq <= 0 || !window.setControl(assignment.left(eq), assignment.mid(eq + 1))) {
+            std::fprintf(stderr, "--set %s: the current tab has no such control or value\n", qPrintable(assignment));
+            return 2;
+        }
     }
     if (parser.isSet(page) && !window.showChartPage(parser.value(page))) {
         std::fprintf(stderr, "--page %s: the current tab has no page of that title\n", qPrintable(parser.value(page)));

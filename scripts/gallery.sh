@@ -48,6 +48,27 @@ for entry in "${pages[@]}"; do
   esac
 done
 
+# Tabs set up as a user would set them (--set NAME=VALUE on the tab's controls by object name,
+# ';' between settings): the rose classified by an attribute, the histogram with P10, P50 and P90,
+# and the two-sample test of one horizon's porosity against the whole well's.
+setups=("ROSEPLOT||tab_roseplot_classified.png|m_pqColourMapComboBox=Type"
+        "HISTOGRAM||tab_histogram_percentiles.png|m_pqHistogramDataSetComboBox=Porosity;m_pqHistogramTypeComboBox=Relative Frequency;m_pqP10CheckBox=true;m_pqP50CheckBox=true;m_pqP90CheckBox=true"
+        "HISTOGRAM|Kolmogorov-Smirnov Two-Sample Test|tab_histogram_ks_test.png|m_pqHistogramDataSetComboBox=Porosity;useDataGroupBox=true;dataGroupAttributeComboBox=Horizon;dataGroupComboBox=Top Gamma;twoSampleTestGroupBox=true")
+for entry in "${setups[@]}"; do
+  IFS='|' read -r key page name settings <<<"$entry"
+  args=(--tab "$key")
+  IFS=';' read -r -a assignments <<<"$settings"
+  for a in "${assignments[@]}"; do args+=(--set "$a"); done
+  [ -n "$page" ] && args+=(--page "$page")
+  rc=0
+  "$host" "${args[@]}" --screenshot "$out/$name" 2>/dev/null || rc=$?
+  case $rc in
+    0) echo "gallery: $out/$name" ;;
+    2) echo "gallery: no $key tab with those controls in this build, skipped" ;;
+    *) echo "gallery: the demo host failed on $name (exit $rc)" >&2; exit 1 ;;
+  esac
+done
+
 for example in "${examples[@]}"; do
   "build/gallery/examples/$example" "$out"
 done

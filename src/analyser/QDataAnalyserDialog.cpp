@@ -9,7 +9,9 @@
 #include <QCrossPlotWidget.h>
 #include <QDepthPlotWidget.h>
 #include <QFinalPolish.h>
+#include <QHistogramChartWidget.h>
 #include <QRKEBarChartWidget.h>
+#include <QRoseChartWidget.h>
 #include <QStereoChartWidget.h>
 #include <QTangentChartWidget.h>
 #include <QSelectCellsDialog.h>
@@ -71,7 +73,7 @@ MatrixData* QDataAnalyserDialog::createMatrixData(const QString& name, const QSt
 
 void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tableMenu, UnitRegistry* registry,
                                      Qt::Orientation splitterOrientation, bool crossPlotDefaultsToFirstEntry,
-                                     bool withOrientationCharts, bool withDepthPlot, bool withBarChart, bool, bool withCrossPlot, int minMaxMode,
+                                     bool withOrientationCharts, bool withDepthPlot, bool withBarChart, bool withHistogram, bool withCrossPlot, int minMaxMode,
                                      bool withFieldData, bool hideCoordinateColumns)
 {
     if (m_dataRoot && !m_dataRoot->registry())
@@ -128,9 +130,12 @@ void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tab
         createTreeWidget();
         if (withBarChart)
             createBarDiagram(chartSettingsKey);
+        if (withHistogram)
+            createHistogram(chartSettingsKey);
         if (withCrossPlot)
             createRelationshipChart(chartSettingsKey);
         if (withOrientationCharts) {
+            createRoseChart(chartSettingsKey);
             createStereoChart(chartSettingsKey);
             createTangentChart(chartSettingsKey);
         }
@@ -138,10 +143,13 @@ void QDataAnalyserDialog::initialize(const QString& chartSettingsKey, QMenu* tab
             createDepthPlot(chartSettingsKey);
     } else {
         createMohrDiagramChart(chartSettingsKey);
+        createRoseChart(chartSettingsKey);
         if (withDepthPlot)
             createDepthPlot(chartSettingsKey);
         if (withBarChart)
             createBarDiagram(chartSettingsKey);
+        if (withHistogram)
+            createHistogram(chartSettingsKey);
         if (withCrossPlot)
             createRelationshipChart(chartSettingsKey);
         createTableWidget(m_tableMenu, minMaxMode, withFieldData);
@@ -321,6 +329,8 @@ void QDataAnalyserDialog::changeDataRoot(MatrixData* root)
     m_treeItemModel->setDataRoot(root);
     if (m_barChart)
         m_barChart->setDataRoot(root);
+    if (m_histogramChart)
+        m_histogramChart->setDataRoot(root);
     if (m_depthPlot)
         m_depthPlot->setDataRoot(root);
     if (m_crossPlotChart)
@@ -744,8 +754,13 @@ void QDataAnalyserDialog::setCurrentHistogramDataSet()
 {
     // The histogram panel takes the tree's first selection by name; without one there is
     // nothing to hand over.
-    if (isCurrentTab("HISTOGRAM"))
-        updateHistogramData();
+    if (!isCurrentTab("HISTOGRAM") || !m_histogramChart || !m_treeView)
+        return;
+    MatrixData* first = m_treeView->firstSelected();
+    if (!first)
+        return;
+    m_histogramChart->setCurrentDataSet(first->name());
+    updateHistogramData();
 }
 
 QList<QModelIndex> QDataAnalyserDialog::selectedModelCells() const
@@ -944,6 +959,10 @@ void QDataAnalyserDialog::readSettings(const QString& mainGroup)
     settings.endGroup();
     if (m_barChart)
         m_barChart->readSettings(settingsPath() + QStringLiteral("/barchart/"));
+    if (m_histogramChart)
+        m_histogramChart->readSettings(settingsPath() + QStringLiteral("/histogram_plot/"));
+    if (m_roseChart)
+        m_roseChart->readSettings(settingsPath() + QStringLiteral("/rose_plot/"));
     if (m_stereoChart)
         m_stereoChart->readSettings(settingsPath() + QStringLiteral("/stereo_plot/"));
     if (m_tangentChart)
@@ -968,6 +987,10 @@ void QDataAnalyserDialog::saveSettings()
     if (m_barChart)
         m_barChart->writeSettings();
     // The tangent panel's state is read above but never written: hosts have always had it so.
+    if (m_histogramChart)
+        m_histogramChart->writeSettings();
+    if (m_roseChart)
+        m_roseChart->writeSettings();
     if (m_stereoChart)
         m_stereoChart->writeSettings();
     if (m_crossPlotChart)

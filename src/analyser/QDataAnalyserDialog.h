@@ -37,6 +37,8 @@ class QSortFilterProxyVertexItemModel;
 class QTreeItemModel;
 class QVertexItemModel;
 class QVertexMinMaxItemModel;
+class QHistogramChartWidget;
+class QRoseChartWidget;
 class QVertexMinMaxModelTableView;
 class QVertexModelTableView;
 class TabWidgetWithFloatingTabs;
@@ -73,6 +75,10 @@ public:
     // The "STEREOPLOT" and "TANGENTPLOT" pages, made when the window shows orientation charts.
     void createStereoChart(const QString& chartSettingsKey);
     void createTangentChart(const QString& chartSettingsKey);
+    // The "HISTOGRAM" page with its panel.
+    void createHistogram(const QString& chartSettingsKey);
+    // The "ROSEPLOT" page, made with the orientation charts.
+    void createRoseChart(const QString& chartSettingsKey);
     QMenu* createDefaultPopupMenu();
 
     void showTab(const QString& key, const QString& title);
@@ -119,6 +125,8 @@ public:
     QDepthPlotWidget* depthPlotChart() const { return m_depthPlot; }
     QStereoChartWidget* stereoChart() const { return m_stereoChart; }
     QTangentChartWidget* tangentChart() const { return m_tangentChart; }
+    QRoseChartWidget* roseChart() const { return m_roseChart; }
+    QHistogramChartWidget* histogramChart() const { return m_histogramChart; }
     QComboBox* filterComboBox() const { return m_filterComboBox; }
     QAction* pasteAction() const { return m_pasteAction; }
     QString fileName() const { return m_fileName; }
@@ -208,7 +216,6 @@ private:
     void syncColumnWidths();
     bool isCurrentTab(const char* key) const;
     void runChartUpdate(int flag);
-    void handOverChartRows(const char* tabKey);
     void handOverPanelData(QCrossPlotWidget* panel);
     // The dip, azimuth, colour, symbol and (with lineation) lineation columns a stereo or
     // tangent panel names, with the table's rows.
@@ -254,6 +261,10 @@ private:
     QTangentChartWidget* m_tangentChart = nullptr;
     QSplitter* m_stereoSplitter = nullptr;
     QSplitter* m_tangentSplitter = nullptr;
+    QRoseChartWidget* m_roseChart = nullptr;
+    QHistogramChartWidget* m_histogramChart = nullptr;
+    QSplitter* m_histogramSplitter = nullptr;
+    QSplitter* m_roseSplitter = nullptr;
     int m_currentSymbolItem = 0;
     int m_currentColorItem = 0;
     QAction* m_pasteAction = nullptr;

@@ -10,7 +10,9 @@
 #include <QCrossPlotWidget.h>
 #include <QDepthPlotWidget.h>
 #include <QRKEBarChartWidget.h>
+#include <QHistogramChartWidget.h>
 #include <QRelationshipItemModel.h>
+#include <QRoseChartWidget.h>
 #include <QStereoChartWidget.h>
 #include <QTangentChartWidget.h>
 #include <QSortFilterProxyVertexItemModel.h>
@@ -116,6 +118,32 @@ void QDataAnalyserDialog::createStereoChart(const QString& chartSettingsKey)
     m_stereoChart->setDataRoot(m_dataRoot);
 }
 
+void QDataAnalyserDialog::createHistogram(const QString&)
+{
+    m_histogramSplitter = addChartPage("HISTOGRAM", QStringLiteral(":/rkBaseQt/Resources/histogram.png"),
+                                       tr("Histogram Chart"));
+    m_histogramChart = new QHistogramChartWidget(tr("Histogram"), m_histogramSplitter, m_displayUnitManager, true,
+                                                 false, false);
+    m_histogramChart->setStyleSheet(QStringLiteral("QWidget#sidePanelSplitter { background-color: white }"));
+    m_histogramSplitter->addWidget(m_histogramChart);
+    m_histogramSplitter->addWidget(new QFrame(m_histogramSplitter));
+    connect(m_histogramChart, SIGNAL(dataSetSelected()), this, SLOT(updateHistogramData()));
+    // The random orientations come with the derived attributes: until the window has the slot
+    // that writes them, the button's signal reaches only those who listen to the panel.
+    if (metaObject()->indexOfSlot("createRandomOrientationAttributes()") >= 0)
+        connect(m_histogramChart, SIGNAL(createRandomOrientation()), this, SLOT(createRandomOrientationAttributes()));
+    m_histogramChart->setDataRoot(m_dataRoot);
+}
+
+void QDataAnalyserDialog::createRoseChart(const QString&)
+{
+    m_roseSplitter = addChartPage("ROSEPLOT", QStringLiteral(":/rkBaseQt/Resources/rose_plot.png"), tr("Rose Plot"));
+    m_roseChart = new QRoseChartWidget(tr("Rose Chart"), m_roseSplitter, true, true, Qt::WindowFlags());
+    m_roseSplitter->addWidget(m_roseChart);
+    m_roseSplitter->addWidget(new QFrame(m_roseSplitter));
+    connect(m_roseChart, SIGNAL(dataSetSelected()), this, SLOT(updateRoseChartData()));
+}
+
 void QDataAnalyserDialog::createTangentChart(const QString&)
 {
     m_tangentSplitter = addChartPage("TANGENTPLOT", QStringLiteral(":/rkBaseQt/Resources/tangent_plot.png"), tr("Tangent Plot"));
@@ -138,6 +166,8 @@ void QDataAnalyserDialog::setLightMode()
     // The depth panel is told twice: hosts have always called it so, and it does no harm.
     if (m_depthPlot)
         m_depthPlot->setLightMode();
+    if (m_roseChart)
+        m_roseChart->setLightMode();
     if (m_crossPlotChart)
         m_crossPlotChart->setLightMode();
     if (m_depthPlot)
@@ -150,7 +180,8 @@ void QDataAnalyserDialog::resetSplitterRatios()
     if (!m_splitterResetPending || !m_barSplitter)
         return;
     const QList<int> sizes{m_tabWidget ? m_tabWidget->height() : 0, 0};
-    for (QSplitter* splitter : {m_barSplitter, m_crossPlotSplitter, m_depthSplitter, m_stereoSplitter, m_tangentSplitter})
+    for (QSplitter* splitter : {m_barSplitter, m_histogramSplitter, m_crossPlotSplitter, m_depthSplitter, m_roseSplitter,
+                                 m_stereoSplitter, m_tangentSplitter})
         if (splitter)
             splitter->setSizes(sizes);
     m_splitterResetPending = false;
@@ -160,6 +191,18 @@ void QDataAnalyserDialog::copyToClipboard()
 {
     if (m_barChart && isCurrentTab("BARCHART")) {
         m_barChart->copyToClipboard();
+        if (m_pasteAction)
+            m_pasteAction->setEnabled(false);
+        return;
+    }
+    if (m_histogramChart && isCurrentTab("HISTOGRAM")) {
+        m_histogramChart->copyToClipboard();
+        if (m_pasteAction)
+            m_pasteAction->setEnabled(false);
+        return;
+    }
+    if (m_roseChart && isCurrentTab("ROSEPLOT")) {
+        m_roseChart->copyEWMFToClipboard();
         if (m_pasteAction)
             m_pasteAction->setEnabled(false);
         return;
@@ -291,19 +334,9 @@ std::vector<int> QDataAnalyserDialog::chartDataRows() const
     return rows;
 }
 
-// Each chart's update: a guard, the wait cursor, the rows the table selects, and the hand-over
-// to the chart panel. Bar chart, histogram and rose guard on their tab even when called
-// directly, so that a selection never rebuilds a chart nobody sees. tabKey is null for the
-// charts that guard on their panel instead. For the charts whose panels are not built yet the
-// rows are read and nothing takes them.
-void QDataAnalyserDialog::handOverChartRows(const char* tabKey)
-{
-    if (tabKey && !isCurrentTab(tabKey))
-        return;
-    WaitCursor wait;
-    const std::vector<int> rows = chartDataRows();
-    Q_UNUSED(rows)
-}
+// Each chart's update: a guard, the wait cursor, the columns the panel's boxes name and the
+// rows the table selects, handed to the panel. Bar chart, histogram and rose guard on their tab
+// even when called directly, so that a selection never rebuilds a chart nobody sees.
 
 // The columns a panel's boxes name, as the sheet numbers them; a box on "None" or on a column
 // the sheet no longer shows gives null, and the panel draws nothing for it. The sheet's model
@@ -343,12 +376,24 @@ void QDataAnalyserDialog::updateDepthPlotData()
 
 void QDataAnalyserDialog::updateHistogramData()
 {
-    handOverChartRows("HISTOGRAM");
+    if (!m_histogramChart || !isCurrentTab("HISTOGRAM"))
+        return;
+    WaitCursor wait;
+    const QList<MatrixData*> leafs = m_dataRoot ? m_dataRoot->leafs() : QList<MatrixData*>();
+    MatrixData* node = chartNode(m_histogramChart->currentSelectedDataSet(), leafs);
+    if (!node)
+        return;
+    m_histogramChart->setDataSet(node, chartDataRows(), -1);
 }
 
 void QDataAnalyserDialog::updateRoseChartData()
 {
-    handOverChartRows("ROSEPLOT");
+    if (!m_roseChart || !isCurrentTab("ROSEPLOT"))
+        return;
+    WaitCursor wait;
+    const QList<MatrixData*> leafs = m_dataRoot ? m_dataRoot->leafs() : QList<MatrixData*>();
+    m_roseChart->setDataSet(chartNode(m_roseChart->currentSelectedDataSet(), leafs),
+                            chartNode(m_roseChart->currentColorSelectedDataSet(), leafs), chartDataRows());
 }
 
 void QDataAnalyserDialog::handOverOrientationData(QStereoChartWidget* panel, bool withLineation)
@@ -461,6 +506,21 @@ void QDataAnalyserDialog::updateChartDataSetSelectionBox(MatrixData::AttributeCo
             panel->updateSymbolAttributeDataSetSelectionBox(names, ids, m_currentSymbolItem);
             break;
         }
+    }
+    if (m_histogramChart) {
+        if (collection == MatrixData::NumericAttributes) {
+            m_histogramChart->updateDataSetSelectionBox(names, ids, colors);
+            if (MatrixData* first = m_treeView ? m_treeView->firstSelected() : nullptr)
+                m_histogramChart->setCurrentDataSet(first->name());
+        } else if (collection == MatrixData::PitchAndGroupAttributes) {
+            m_histogramChart->updateDataSetSelectionBoxForDataGroup(names, ids, colors);
+        }
+    }
+    if (m_roseChart) {
+        if (collection == MatrixData::OrientationAttributes)
+            m_roseChart->updateDataSetSelectionBox(names, ids, colors);
+        else if (collection == MatrixData::SymbolAttributes)
+            m_roseChart->updateColorAttributeDataSetSelectionBox(names, ids, QString());
     }
     resetChartsUpdateNeeded();
 }

@@ -60,6 +60,12 @@ bool PanelComboBoxes::selectText(QComboBox* box, const QString& text)
     return true;
 }
 
+void PanelComboBoxes::selectTextOrNone(QComboBox* box, const QString& text)
+{
+    if (!selectText(box, text))
+        selectText(box, noneText());
+}
+
 int PanelComboBoxes::currentId(const QComboBox* box)
 {
     if (!box || box->currentIndex() < 0)

@@ -29,6 +29,9 @@ public:
                           const QStringList& leaveOut = QStringList());
     // Selects the entry of that text (case-sensitive); false, and nothing changes, if none has it.
     static bool selectText(QComboBox* box, const QString& text);
+    // The entry of that text, or "None" when the box has none of it (a name from settings that
+    // the sheet no longer holds).
+    static void selectTextOrNone(QComboBox* box, const QString& text);
     // The int item data of the current entry, -1 without one.
     static int currentId(const QComboBox* box);
 };

@@ -86,6 +86,17 @@ void PanelSettings::readInto(QAbstractButton* check, const QString& key, bool de
         check->setChecked(readBool(key, def));
 }
 
+void PanelSettings::readRadios(const QList<QPair<QAbstractButton*, QString>>& radios, int defaultIndex) const
+{
+    for (const auto& r : radios)
+        if (readBool(r.second, false)) {
+            r.first->setChecked(true);
+            return;
+        }
+    if (defaultIndex >= 0 && defaultIndex < radios.size())
+        radios[defaultIndex].first->setChecked(true);
+}
+
 void PanelSettings::readInto(QSpinBox* spin, const QString& key, int def) const
 {
     if (spin)

@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QList>
+#include <QPair>
 #include <QSettings>
 #include <QString>
 #include <QVariant>
@@ -43,6 +44,9 @@ public:
     void readInto(QAbstractButton* check, const QString& key, bool def) const;
     void readInto(QSpinBox* spin, const QString& key, int def) const;
     void readInto(QDoubleSpinBox* spin, const QString& key, double def) const;
+    // One radio button of a group, each with its own key: the first whose key reads true is
+    // checked; with none, the one at defaultIndex.
+    void readRadios(const QList<QPair<QAbstractButton*, QString>>& radios, int defaultIndex) const;
 
 private:
     QSettings m_settings;

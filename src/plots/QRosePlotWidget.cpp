@@ -86,6 +86,16 @@ void QRosePlotWidget::createClassification(int classCount)
         createColorMapClassification(classCount);
 }
 
+void QRosePlotWidget::setClassification(std::vector<std::vector<int>> counts, const QMap<int, QVariant>& legendValues,
+                                        const QMap<int, QColor>& legendColours)
+{
+    m_classValues.clear();
+    m_classification = std::move(counts);
+    if (m_legendModel)
+        m_legendModel->setClasses(legendValues, legendColours);
+    m_redrawNeeded = true;
+}
+
 void QRosePlotWidget::createSymbolClassification()
 {
     m_classification.clear();
@@ -315,8 +325,10 @@ void QRosePlotWidget::drawClassifiedRoseData(QPainter* painter)
             continue;
         const double azimuth = static_cast<double>(m_binSize) * i;
         const std::vector<int>& counts = m_classification[static_cast<std::size_t>(i)];
-        // Counts are turned into the table's unit (a count, or a percent) by the bin's share.
-        const std::size_t n = m_classValues[static_cast<std::size_t>(i)].size();
+        // Counts are turned into the table's unit (a count, or a percent) by the bin's share;
+        // counts given by setClassification are in the table's unit already.
+        const std::size_t n =
+            static_cast<std::size_t>(i) < m_classValues.size() ? m_classValues[static_cast<std::size_t>(i)].size() : 0;
         const double scale = n > 0 ? value / static_cast<double>(n) : 1.0;
         double classified = 0.0;
         for (int c : counts)

@@ -21,6 +21,7 @@
 #include "QPolarPlotWidget.h"
 
 #include <QColor>
+#include <QMap>
 #include <QVariant>
 
 #include <memory>
@@ -49,6 +50,11 @@ public:
     void setDirectionData(MatrixData* direction, const std::vector<int>& rows);
 
     void createClassification(int classCount);
+    // Class counts made by the caller (per bin, per class in legend order, in the frequency
+    // table's unit) in place of the per-bin values: the plot takes them as they are and gives
+    // the legend its classes.
+    void setClassification(std::vector<std::vector<int>> counts, const QMap<int, QVariant>& legendValues,
+                           const QMap<int, QColor>& legendColours);
     void createColorMapClassification(int classCount);
     void createSymbolClassification();
 

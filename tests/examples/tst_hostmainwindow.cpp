@@ -5,12 +5,16 @@
 #include <QCrossPlotWidget.h>
 #include <QDataAnalyserDialog.h>
 #include <QDepthPlotWidget.h>
+#include <QHistogramChartWidget.h>
+#include <QHistogramItemModel.h>
 #include <QRKEBarChartWidget.h>
 #include <QVertexItemModel.h>
 
 #include <QtTest>
 
 #include <QAction>
+#include <QComboBox>
+#include <QGroupBox>
 #include <QMenuBar>
 #include <QTemporaryDir>
 
@@ -27,6 +31,8 @@ private slots:
     void tabsAndSelection();
     void chartTabs_data();
     void chartTabs();
+    void setControl_data();
+    void setControl();
 };
 
 namespace {
@@ -155,6 +161,41 @@ void TestHostMainWindow::chartTabs()
     QCOMPARE(panel->model()->pointCount(), 3000);
     QCOMPARE(panel->model()->numberOfSelectedPoints(), 400);
     QCOMPARE(w.currentChart(), static_cast<rkBase::QChartDrawingArea*>(panel->drawingArea()));
+}
+
+void TestHostMainWindow::setControl_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<bool>("set");
+    QTest::newRow("a box's entry") << "m_pqHistogramDataSetComboBox" << "Porosity" << true;
+    QTest::newRow("an entry the box lacks") << "m_pqHistogramDataSetComboBox" << "Gold" << false;
+    QTest::newRow("a checkable group") << "twoSampleTestGroupBox" << "true" << true;
+    QTest::newRow("a check box") << "m_pqP50CheckBox" << "true" << true;
+    QTest::newRow("a check box, not a truth") << "m_pqP50CheckBox" << "yes" << false;
+    QTest::newRow("a spin box") << "lineWidthSpinBox" << "4" << true;
+    QTest::newRow("no such control") << "m_pqNoSuchControl" << "1" << false;
+}
+
+void TestHostMainWindow::setControl()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, value);
+    QFETCH(bool, set);
+    HostMainWindow w;
+    QVERIFY(w.openCsv(QStringLiteral(RK_SAMPLE_CSV), true));
+    QVERIFY(w.showTab(QStringLiteral("HISTOGRAM")));
+    QCOMPARE(w.setControl(name, value), set);
+    rkBase::QHistogramChartWidget* panel = w.analyser()->histogramChart();
+    QVERIFY(panel);
+    if (name == QLatin1String("m_pqHistogramDataSetComboBox") && set) {
+        // Chosen as a user chooses: the panel reloads with that column.
+        QCOMPARE(panel->histogramData()->name(), value);
+        QCOMPARE(panel->histogramModel()->sampleSize(), 3000);
+    }
+    if (name == QLatin1String("twoSampleTestGroupBox"))
+        QCOMPARE(panel->findChild<QComboBox*>(QStringLiteral("m_pqHistogramTypeComboBox"))->currentIndex(), 2);
+    QVERIFY(w.showChartPage(QStringLiteral("Kolmogorov-Smirnov Two-Sample Test")));
 }
 
 QTEST_MAIN(TestHostMainWindow)

@@ -41,6 +41,16 @@ struct Sheet {
         group->appendChild(c, false);
         return c;
     }
+    // Numbers as a numeric column, or written as text into a text column.
+    MatrixData* addCells(const QString& name, const QVector<double>& cells, bool asText)
+    {
+        if (!asText)
+            return add(name, cells, true);
+        QStringList t;
+        for (double v : cells)
+            t << QString::number(v);
+        return addText(name, t);
+    }
     QStringList names() const
     {
         QStringList out;
@@ -63,6 +73,18 @@ struct Sheet {
         return nullptr;
     }
 };
+
+// Picks an entry of a panel's box as the user would: current index and the activated signals.
+inline void activate(QWidget* panel, const char* box, const QString& text)
+{
+    auto* c = panel->findChild<QComboBox*>(QString::fromLatin1(box));
+    QVERIFY2(c, box);
+    const int at = c->findText(text);
+    QVERIFY2(at >= 0, qPrintable(text));
+    c->setCurrentIndex(at);
+    emit c->activated(at);
+    emit c->activated(text);
+}
 
 // The panel as the analyser holds it: boxes filled from the sheet, new data on request.
 struct Panel {
@@ -104,16 +126,7 @@ struct Panel {
             qWarning("no control %s", name);
         return c;
     }
-    // Picks an entry of a box as the user would: current index and the activated signals.
-    void activate(const char* box, const QString& text)
-    {
-        QComboBox* c = child<QComboBox>(box);
-        const int at = c->findText(text);
-        QVERIFY(at >= 0);
-        c->setCurrentIndex(at);
-        emit c->activated(at);
-        emit c->activated(text);
-    }
+    void activate(const char* box, const QString& text) { panelfixture::activate(w.get(), box, text); }
 };
 
 } // namespace panelfixture
