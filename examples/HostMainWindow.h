@@ -10,6 +10,7 @@ namespace rkBase {
 class QChartDrawingArea;
 class QDataAnalyserDialog;
 class QModifyCellsDialog;
+class QScatDepthPlotWidget;
 class UnitRegistry;
 }
 
@@ -40,6 +41,11 @@ public:
     // file cannot be written.
     bool exportChart(const QString& fileName, QString* error);
 
+    // ---- structural interpretation ----
+    // The SCAT window on the loaded well's dip, azimuth and measured depth, its scenario seeded
+    // from the well's SCAT rows; made on first use, null when the sheet lacks those columns.
+    rkBase::QScatDepthPlotWidget* scatWindow();
+
 public slots:
     void openCsvDialog();
     void saveAs();
@@ -54,6 +60,11 @@ public slots:
     void paste();
     void setLightMode(bool on);
     void updateUndoActions();
+    void showScatWindow();
+    // The interpreted planes go back to the sheet as marker rows (SCAT ticked), and the erased
+    // ones leave it; the window then re-reads its tops from the well.
+    void createWellMarkers();
+    void deleteWellMarkers();
 
 private:
     // The columns the chart tabs open on, chosen by name on a freshly loaded sheet.
@@ -64,4 +75,5 @@ private:
     rkBase::QModifyCellsDialog* m_modifyCells = nullptr;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
+    rkBase::QScatDepthPlotWidget* m_scat = nullptr;
 };
