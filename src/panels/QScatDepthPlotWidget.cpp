@@ -108,6 +108,7 @@ QScatDepthPlotWidget::QScatDepthPlotWidget(QWidget* parent, MatrixData* root, Qt
     const QString first = QStringLiteral("Scenario_") + QString::number(azimuthItemModel()->structuralTopsSenarios().size());
     for (TrackParts& t : m_tracks)
         t.model->addStructuralTopsSenario(first);
+    applyFormToNewScenario();
     updateScenarioComboBox(-1);
 
     ui.colorLegendView->setModel(m_tracks[AzimuthTrack].colours);
@@ -584,7 +585,12 @@ void QScatDepthPlotWidget::invertDepthAxis()
         lo = depthData->minValue().toDouble(&a);
         hi = depthData->maxValue().toDouble(&b);
     }
-    const bool elevation = (a && lo < 0.0) || (b && hi < 0.0);
+    bool elevation = (a && lo < 0.0) || (b && hi < 0.0);
+    // A column whose summary was never computed tells nothing: the depths the tracks loaded do.
+    if (!a && !b)
+        for (const TrackParts& t : m_tracks)
+            if (t.model->data() && t.model->pointCount() > 0)
+                elevation = elevation || t.model->minValue().y() < 0.0 || t.model->maxValue().y() < 0.0;
     QCartesianAxisWidget* left = m_pqUi->pqAxisLeft;
     left->setAxisPosition(elevation ? QCartesianAxisWidget::AxisLeftElevation : QCartesianAxisWidget::AxisLeftDepth);
     left->setOriginPosition(elevation ? QCartesianAxisWidget::OriginBottomLeft : QCartesianAxisWidget::OriginTopLeft);
@@ -809,6 +815,26 @@ void QScatDepthPlotWidget::updateDiagramSettings()
         t.plot->setShowRegressionLine(false);
     }
     updateCharts();
+}
+
+void QScatDepthPlotWidget::applyFormToNewScenario()
+{
+    Ui::QScatDepthPlotWidget& ui = *m_pqUi;
+    for (TrackParts& t : m_tracks) {
+        DepthLineField* f = t.model->structuralTops();
+        if (!f)
+            continue;
+        f->setShowHorizons(ui.showHorizons->isChecked());
+        f->setShowFaults(ui.showFaults->isChecked());
+        f->setShowAverageOrientations(ui.showAverageOrientations->isChecked());
+        f->setShowStructuralPlanes(ui.showStructuralPlanes->isChecked());
+        f->setShowHorizonLables(ui.showHorizonLabels->isChecked());
+        f->setShowFaultLabels(ui.showFaultLabels->isChecked());
+        f->setShowAverageOrientationLabels(ui.showAverageOrientationLabels->isChecked());
+        f->setShowStructuralPlaneLabels(ui.showStructuralPlaneLabels->isChecked());
+        f->setDomainType(DepthLineField::DomainType(std::clamp(ui.domainTypeComboBox->currentIndex(), 0, 2)));
+        f->setDomainTransparency(int(ui.TransparencySpinBoxWithSlider->value() * 2.55));
+    }
 }
 
 void QScatDepthPlotWidget::slotDomainTransparency(int percent)

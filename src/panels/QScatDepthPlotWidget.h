@@ -213,6 +213,9 @@ private:
     MatrixData* trackData(Track track) const;
     void wrapAzimuths();
     void showTandLdirection();
+    // A scenario the window starts shows what the form shows (the orientations off, the
+    // transparency of the slider); later changes go to the active tracks only.
+    void applyFormToNewScenario();
     void updateDiagram(Track track);
     void updateDiagrams(bool resetAxes);
     void updateDataBoundaries(Track track, double& depthMin, double& depthMax);

@@ -258,6 +258,14 @@ void QScatDepthPlotWidget::updateMeanOrientation(const QPointF& orientation)
     topsEdited();
 }
 
+void QScatDepthPlotWidget::setFileDialogs(OpenFileNames open, SaveFileName save)
+{
+    if (open)
+        m_openFileNames = std::move(open);
+    if (save)
+        m_saveFileName = std::move(save);
+}
+
 // ---- scenario names ----
 
 QString QScatDepthPlotWidget::getUniqueName(const QStringList& names, const QString& wanted)
@@ -314,6 +322,7 @@ void QScatDepthPlotWidget::slotNewScenario()
         const QString name = getUniqueName(scenarioNames(), QStringLiteral("Scenario_0"));
         for (TrackParts& t : m_tracks)
             t.model->addStructuralTopsSenario(name);
+        applyFormToNewScenario();
     }
     updateScenarioComboBox(-1);
     horizonCount = 0;
@@ -348,6 +357,7 @@ void QScatDepthPlotWidget::importScenario(const QString& path)
             f->setModified(false);
         }
     }
+    applyFormToNewScenario();
     updateScenarioComboBox(-1);
     slotSelectScenario(m_pqUi->selectScenarioComboBox->currentIndex());
     m_pqUi->closeScenarioBtn->setEnabled(m_pqUi->selectScenarioComboBox->count() > 0);
@@ -423,6 +433,14 @@ void QScatDepthPlotWidget::slotCloseScenario()
         return;
     for (TrackParts& t : m_tracks)
         delete t.model->eraseActiveStructuralTopsSenario();
+    // The window always has a scenario to pick into: after the last one a fresh one starts.
+    if (azimuthItemModel()->structuralTopsSenarios().empty()) {
+        const QString name = QStringLiteral("Scenario_0");
+        for (TrackParts& t : m_tracks)
+            t.model->addStructuralTopsSenario(name);
+        applyFormToNewScenario();
+        horizonCount = 0;
+    }
     updateScenarioComboBox(0);
     updateCharts();
     updateDiagramSettings();
