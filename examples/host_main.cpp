@@ -8,6 +8,7 @@
 #include "HostMainWindow.h"
 
 #include <DepthLineField.h>
+#include <QCrossPlot.h>
 #include <QScatDepthPlotWidget.h>
 
 #include <QApplication>
@@ -60,6 +61,8 @@ void pickNearestTop(rkBase::QScatDepthPlotWidget* scat, double depth)
         if (std::abs(depths[i] - depth) < std::abs(depths[best] - depth))
             best = i;
     scat->slotPickPosUpdate({int(best)});
+    // The track the pick was made in is the one framed.
+    scat->plot(rkBase::QScatDepthPlotWidget::DipTrack)->setActivePlotWindow(true);
 }
 
 } // namespace

@@ -206,10 +206,10 @@ void QScatDepthPlotWidget::createPlot(Track track, QFrame* frame, QCartesianAxis
     bottom->setFixedHeight(34);
     top->setMinimumWidth(0);
     bottom->setMinimumWidth(0);
-    // A track is a quarter of the window: a point smaller lets its scale show a label every
+    // A track is a quarter of the window: two points smaller let its scale show a label every
     // 90 or 100 degrees instead of one alone.
     for (QCartesianAxisWidget* a : {top, bottom})
-        a->setFontPointSize(std::max(6.0, font().pointSizeF() - 1.0));
+        a->setFontPointSize(std::max(6.0, font().pointSizeF() - 2.0));
     t.plot = new QCrossPlot(frame, m_pqUi->pqAxisLeft);
     t.plot->setObjectName(settingsName);
     t.model = new QRelationshipItemModel(this);
