@@ -824,14 +824,17 @@ void QScatDepthPlotWidget::applyFormToNewScenario()
         DepthLineField* f = t.model->structuralTops();
         if (!f)
             continue;
+        // The names are written once, in the azimuth track, where they cover least: four copies
+        // of every label hide the low dips of the other tracks. Each track can show them again.
+        const bool labels = &t == &m_tracks[AzimuthTrack];
         f->setShowHorizons(ui.showHorizons->isChecked());
         f->setShowFaults(ui.showFaults->isChecked());
         f->setShowAverageOrientations(ui.showAverageOrientations->isChecked());
         f->setShowStructuralPlanes(ui.showStructuralPlanes->isChecked());
-        f->setShowHorizonLables(ui.showHorizonLabels->isChecked());
-        f->setShowFaultLabels(ui.showFaultLabels->isChecked());
-        f->setShowAverageOrientationLabels(ui.showAverageOrientationLabels->isChecked());
-        f->setShowStructuralPlaneLabels(ui.showStructuralPlaneLabels->isChecked());
+        f->setShowHorizonLables(labels && ui.showHorizonLabels->isChecked());
+        f->setShowFaultLabels(labels && ui.showFaultLabels->isChecked());
+        f->setShowAverageOrientationLabels(labels && ui.showAverageOrientationLabels->isChecked());
+        f->setShowStructuralPlaneLabels(labels && ui.showStructuralPlaneLabels->isChecked());
         f->setDomainType(DepthLineField::DomainType(std::clamp(ui.domainTypeComboBox->currentIndex(), 0, 2)));
         f->setDomainTransparency(int(ui.TransparencySpinBoxWithSlider->value() * 2.55));
     }
