@@ -386,10 +386,12 @@ rkBase::QScatDepthPlotWidget* HostMainWindow::scatWindow()
         // A dip analysis usually starts from the direction of the structure's dip: T along
         // the well's mean dip azimuth, L across it.
         m_scat->updateTandLdirection(135.0, 45.0);
+        m_scat->setDataSet(dip, azimuth, depth, nullptr, nullptr, std::vector<int>());
+        m_scat->initializeStructuralInterpretation();
+        return m_scat;
     }
+    // Opened again: the columns may have changed, the picks made since stay as they are.
     m_scat->setDataSet(dip, azimuth, depth, nullptr, nullptr, std::vector<int>());
-    m_scat->clearAllStructuralTops();
-    m_scat->initializeStructuralInterpretation();
     return m_scat;
 }
 
@@ -423,9 +425,9 @@ void HostMainWindow::createWellMarkers()
                 depth->setValue(row, 0, depths[i]);
             continue;
         }
-        const int at = sheet->insertRowAtPos(-1);
-        if (at < 0)
-            continue;
+        // A new last record: every column of the sheet grows by one blank cell.
+        const int at = depth ? depth->rowCount() : sheet->rowCount();
+        sheet->incrementRows(1);
         ++added;
         const QPointF o = i < tops->lineOrientations().size() ? tops->lineOrientations()[i] : QPointF();
         const QList<QPair<const char*, QVariant>> cells = {

@@ -353,15 +353,32 @@ void QScatDepthPlotWidget::rotateDipData(const QString& name, MatrixData*& targe
         target->setRegistry(dipData->registry());
         target->setUnitManager(dipData->unitManager());
     }
-    const ColumnReader dip(dipData);
-    const ColumnReader azimuth(azimuthData);
-    for (int r = 0; r < rows; ++r) {
-        double d = 0.0, a = 0.0;
-        if (!dip.read(r, d) || !azimuth.read(r, a)) {
-            target->setValue(r, 0, QVariant());
-            continue;
+    PanelLoadStamp stamp;
+    stamp.addColumn(dipData).addColumn(azimuthData).add(rows);
+    if (stamp != m_rotationStamp) {
+        const ColumnReader dip(dipData);
+        const ColumnReader azimuth(azimuthData);
+        m_rotationAzimuths.assign(std::size_t(rows), 0.0);
+        m_rotationTanDips.assign(std::size_t(rows), 0.0);
+        m_rotationValid.assign(std::size_t(rows), 0);
+        for (int r = 0; r < rows; ++r) {
+            double d = 0.0, a = 0.0;
+            if (!dip.read(r, d) || !azimuth.read(r, a))
+                continue;
+            m_rotationAzimuths[r] = a;
+            m_rotationTanDips[r] = std::tan(d * kPi / 180.0);
+            m_rotationValid[r] = 1;
         }
-        target->setDoubleValue(r, 0, std::atan(std::cos((direction - a) * kPi / 180.0) * std::tan(d * kPi / 180.0)) * kDegrees);
+        m_rotationStamp = stamp;
+    }
+    // The same expression, in the same order, as atan(cos((T - a) pi / 180) tan(d pi / 180)):
+    // only the tangent is taken from the cache.
+    for (int r = 0; r < rows; ++r) {
+        if (!m_rotationValid[r])
+            target->setValue(r, 0, QVariant());
+        else
+            target->setDoubleValue(
+                r, 0, std::atan(std::cos((direction - m_rotationAzimuths[r]) * kPi / 180.0) * m_rotationTanDips[r]) * kDegrees);
     }
     target->checkValidRowCount();
 }

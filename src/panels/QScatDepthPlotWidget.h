@@ -22,6 +22,7 @@
 // - Settings: group "scat_window/last_rke_data_file_path" and one prefix per track under
 //   "scat_window/well_log_plots/"; see readSettings().
 
+#include "PanelLoadStamp.h"
 #include "QCrossPlot.h"
 #include "QRelationshipItemModel.h"
 
@@ -250,6 +251,12 @@ private:
     MatrixData* transverseDipData = nullptr;
     MatrixData* longitudinalDipData = nullptr;
     MatrixData* wrappedAzimuthData = nullptr; // owned; the azimuths the Mercator track draws
+    // What every new T or L direction reads again: each row's azimuth and the tangent of its dip
+    // (0 bytes for a row without both), kept while the two columns are unchanged (the stamp).
+    std::vector<double> m_rotationAzimuths;
+    std::vector<double> m_rotationTanDips;
+    std::vector<std::uint8_t> m_rotationValid;
+    PanelLoadStamp m_rotationStamp;
     std::vector<int> selectedRows;
     std::array<TrackParts, kTrackCount> m_tracks;
     int horizonCount = 0;
