@@ -280,12 +280,7 @@ void QScatDepthPlotWidget::setDataRoot(MatrixData* root)
 
 MatrixData* QScatDepthPlotWidget::findColumn(const QString& name) const
 {
-    if (!dataRoot || name.isEmpty() || name == PanelComboBoxes::noneText())
-        return nullptr;
-    for (MatrixData* leaf : dataRoot->leafs())
-        if (leaf->name() == name)
-            return leaf;
-    return nullptr;
+    return PanelComboBoxes::findColumn(dataRoot, name);
 }
 
 void QScatDepthPlotWidget::setDataSet(MatrixData* dip, MatrixData* azimuth, MatrixData* depth, MatrixData* colours,
@@ -946,24 +941,22 @@ void QScatDepthPlotWidget::blackWhiteSwitch()
 
 void QScatDepthPlotWidget::changeLineColor()
 {
-    const QColor colour = PanelColorButton::pick(m_pqUi->lineColorButton, QColor(0, 0, 255));
-    if (!colour.isValid())
-        return;
-    for (TrackParts& t : m_tracks)
-        if (t.plot->activeWindow()) {
-            t.plot->setLineColor(colour);
-            t.plot->updateChart();
-        }
+    recolourActiveTracks(m_pqUi->lineColorButton, &QChartDrawingArea::setLineColor);
 }
 
 void QScatDepthPlotWidget::changePointColor()
 {
-    const QColor colour = PanelColorButton::pick(m_pqUi->pointColorButton, QColor(0, 0, 255));
+    recolourActiveTracks(m_pqUi->pointColorButton, &QChartDrawingArea::setPointFillColor);
+}
+
+void QScatDepthPlotWidget::recolourActiveTracks(QPushButton* button, void (QChartDrawingArea::*set)(const QColor&))
+{
+    const QColor colour = PanelColorButton::pick(button, QColor(0, 0, 255));
     if (!colour.isValid())
         return;
     for (TrackParts& t : m_tracks)
         if (t.plot->activeWindow()) {
-            t.plot->setPointFillColor(colour);
+            (t.plot->*set)(colour);
             t.plot->updateChart();
         }
 }

@@ -46,6 +46,7 @@ class QCartesianAxisWidget;
 class QFrame;
 class QLabel;
 class QPainter;
+class QPushButton;
 
 namespace Ui {
 class QScatDepthPlotWidget;
@@ -228,6 +229,8 @@ private:
     void updateToolboxSettings(Track track);
     void applyZoom(double zoom);
     void updateCharts();
+    // The colour dialog of the button; a chosen colour goes to the active tracks through set.
+    void recolourActiveTracks(QPushButton* button, void (QChartDrawingArea::*set)(const QColor&));
     void deselectAllStructuralTops();
     // The active field of each of the four models, in track order.
     std::array<DepthLineField*, kTrackCount> activeFields();
