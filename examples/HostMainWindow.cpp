@@ -10,6 +10,7 @@
 #include <QTangentChartWidget.h>
 #include <MatrixDataRestore.h>
 #include <QDataAnalyserDialog.h>
+#include <QMarkerVisibilityDlg.h>
 #include <QModifyCellsDialog.h>
 #include <QScatDepthPlotWidget.h>
 #include <DepthLineField.h>
@@ -77,6 +78,7 @@ HostMainWindow::HostMainWindow(QWidget* parent)
     light->setCheckable(true);
     connect(light, SIGNAL(toggled(bool)), this, SLOT(setLightMode(bool)));
     view->addAction(tr("&SCAT Window..."), this, SLOT(showScatWindow()), QKeySequence(Qt::CTRL | Qt::Key_T));
+    view->addAction(tr("&Marker Visibility..."), this, SLOT(showMarkerVisibility()));
 
     connect(m_analyser, SIGNAL(dataModified(bool)), this, SLOT(updateUndoActions()));
     updateUndoActions();
@@ -393,6 +395,14 @@ rkBase::QScatDepthPlotWidget* HostMainWindow::scatWindow()
     // Opened again: the columns may have changed, the picks made since stay as they are.
     m_scat->setDataSet(dip, azimuth, depth, nullptr, nullptr, std::vector<int>());
     return m_scat;
+}
+
+void HostMainWindow::showMarkerVisibility()
+{
+    rkBase::QMarkerVisibilityDlg dialog(this);
+    if (dialog.exec() == QDialog::Accepted)
+        m_analyser->setMarkerVisibility(dialog.allMarkers(), dialog.scatMarkers(), dialog.decimatedMarkers(),
+                                        dialog.topMarkers(), dialog.faultMarkers(), dialog.visible());
 }
 
 void HostMainWindow::showScatWindow()

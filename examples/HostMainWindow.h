@@ -61,6 +61,8 @@ public slots:
     void setLightMode(bool on);
     void updateUndoActions();
     void showScatWindow();
+    // Which marker kinds the sheet shows, asked and handed to the analyser.
+    void showMarkerVisibility();
     // The interpreted planes go back to the sheet as marker rows (SCAT ticked), and the erased
     // ones leave it; the window then re-reads its tops from the well.
     void createWellMarkers();

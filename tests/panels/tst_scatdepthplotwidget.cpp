@@ -140,6 +140,7 @@ private slots:
     void saveUnderTakenName();
     void importDamagedFile();
     void closingTheLastScenario();
+    void dragPastThePlotAndDeleteTheLast();
     void seedFromScatRows();
     void settingsRoundTrip();
 };
@@ -603,6 +604,30 @@ void TestScatDepthPlotWidget::closingTheLastScenario()
     win.w->slotInsertScatUpdate(QPointF(0.0, 1020.0));
     QCOMPARE(win.fields()[2]->lineNames()[0], QStringLiteral("Fault1"));
     QCOMPARE(fullState(*win.fields()[3]), fullState(*win.fields()[0]));
+}
+
+void TestScatDepthPlotWidget::dragPastThePlotAndDeleteTheLast()
+{
+    Well well;
+    Window win(well);
+    win.child<QRadioButton>("HorizonRadioButton")->setChecked(true);
+    win.w->slotInsertScatUpdate(QPointF(0.0, 1050.0));
+    win.w->slotPickPosUpdate({0});
+    const double bottom = win.w->plot(Track::DipTrack)->maxPoint().y();
+    win.w->slotMoveSelectedUpdate(QPointF(0.0, 1e6));
+    QCOMPARE(win.fields()[1]->lineDepths()[0], bottom);
+    win.w->slotMoveSelectedUpdate(QPointF(0.0, -1e9));
+    QCOMPARE(win.fields()[2]->lineDepths()[0], win.w->plot(Track::DipTrack)->minPoint().y());
+    win.w->slotMoveSelectedUpdate(QPointF(qQNaN(), qInf()));
+    QVERIFY(std::isfinite(win.fields()[3]->lineDepths()[0]));
+    win.w->slotDeleteSelected();
+    for (DepthLineField* f : win.fields())
+        QVERIFY(f->lineDepths().empty());
+    // Nothing left to delete, move or rename.
+    win.w->slotDeleteSelected();
+    win.w->slotMoveSelectedUpdate(QPointF(0.0, 5.0));
+    win.w->slotSendScatUpdate(QStringLiteral("x"));
+    QVERIFY(win.fields()[0]->lineDepths().empty());
 }
 
 void TestScatDepthPlotWidget::seedFromScatRows()
