@@ -10,7 +10,10 @@
 #include <QTangentChartWidget.h>
 #include <MatrixDataRestore.h>
 #include <QDataAnalyserDialog.h>
+#include <QMarkerVisibilityDlg.h>
 #include <QModifyCellsDialog.h>
+#include <QScatDepthPlotWidget.h>
+#include <DepthLineField.h>
 #include <QVertexItemModel.h>
 #include <QVertexModelTableView.h>
 #include <TabWidgetWithFloatingTabs.h>
@@ -80,6 +83,8 @@ HostMainWindow::HostMainWindow(QWidget* parent)
     QAction* light = view->addAction(tr("&Light mode"));
     light->setCheckable(true);
     connect(light, SIGNAL(toggled(bool)), this, SLOT(setLightMode(bool)));
+    view->addAction(tr("&SCAT Window..."), this, SLOT(showScatWindow()), QKeySequence(Qt::CTRL | Qt::Key_T));
+    view->addAction(tr("&Marker Visibility..."), this, SLOT(showMarkerVisibility()));
 
     connect(m_analyser, SIGNAL(dataModified(bool)), this, SLOT(updateUndoActions()));
     updateUndoActions();
@@ -408,4 +413,125 @@ void HostMainWindow::exportChartDialog()
         statusBar()->showMessage(tr("Chart exported to %1").arg(file), 4000);
     else
         QMessageBox::warning(this, tr("Export Chart"), error);
+}
+
+// ---- structural interpretation ----
+
+namespace {
+MatrixData* wellSheet(MatrixData* root)
+{
+    MatrixData* dip = root ? root->getNodeFromName(QStringLiteral("dip")) : nullptr;
+    return dip ? dip->parent() : nullptr;
+}
+} // namespace
+
+rkBase::QScatDepthPlotWidget* HostMainWindow::scatWindow()
+{
+    MatrixData* root = m_analyser->dataRoot();
+    MatrixData* dip = root->getNodeFromName(QStringLiteral("dip"));
+    MatrixData* azimuth = root->getNodeFromName(QStringLiteral("azimuth"));
+    MatrixData* depth = root->getNodeFromName(QStringLiteral("Measured Depth"));
+    if (!dip || !azimuth || !depth)
+        return nullptr;
+    if (!m_scat) {
+        m_scat = new rkBase::QScatDepthPlotWidget(this, root, Qt::Window);
+        m_scat->setWindowTitle(tr("SCAT - %1").arg(wellSheet(root) ? wellSheet(root)->name() : QString()));
+        m_scat->resize(1280, 820);
+        m_scat->readSettings();
+        connect(m_scat, SIGNAL(createWellMarkers()), this, SLOT(createWellMarkers()));
+        connect(m_scat, SIGNAL(deleteWellMarkers()), this, SLOT(deleteWellMarkers()));
+        connect(m_scat, &rkBase::QScatDepthPlotWidget::dataPointsSelection, m_analyser,
+                &rkBase::QDataAnalyserDialog::setNewRowSelectionFromGraphicalSelection);
+        // A dip analysis usually starts from the direction of the structure's dip: T along
+        // the well's mean dip azimuth, L across it.
+        m_scat->updateTandLdirection(135.0, 45.0);
+        m_scat->setDataSet(dip, azimuth, depth, nullptr, nullptr, std::vector<int>());
+        m_scat->initializeStructuralInterpretation();
+        return m_scat;
+    }
+    // Opened again: the columns may have changed, the picks made since stay as they are.
+    m_scat->setDataSet(dip, azimuth, depth, nullptr, nullptr, std::vector<int>());
+    return m_scat;
+}
+
+void HostMainWindow::showMarkerVisibility()
+{
+    rkBase::QMarkerVisibilityDlg dialog(this);
+    if (dialog.exec() == QDialog::Accepted)
+        m_analyser->setMarkerVisibility(dialog.allMarkers(), dialog.scatMarkers(), dialog.decimatedMarkers(),
+                                        dialog.topMarkers(), dialog.faultMarkers(), dialog.visible());
+}
+
+void HostMainWindow::showScatWindow()
+{
+    if (rkBase::QScatDepthPlotWidget* scat = scatWindow()) {
+        scat->show();
+        scat->raise();
+    } else {
+        statusBar()->showMessage(tr("The SCAT window needs dip, azimuth and Measured Depth columns."), 4000);
+    }
+}
+
+void HostMainWindow::createWellMarkers()
+{
+    MatrixData* root = m_analyser->dataRoot();
+    MatrixData* sheet = wellSheet(root);
+    rkBase::DepthLineField* tops = m_scat ? m_scat->structuralTops() : nullptr;
+    if (!sheet || !tops)
+        return;
+    auto column = [root](const char* name) { return root->getNodeFromName(QLatin1String(name)); };
+    MatrixData* depth = column("Measured Depth");
+    const auto& depths = tops->lineDepths();
+    const auto& rows = tops->originalRowPos();
+    const auto& moved = tops->originalDepthChanged();
+    int added = 0;
+    for (std::size_t i = 0; i < depths.size(); ++i) {
+        const int row = i < rows.size() ? rows[i] : -1;
+        if (row >= 0) {
+            if (i < moved.size() && moved[i] && depth)
+                depth->setValue(row, 0, depths[i]);
+            continue;
+        }
+        // A new last record: every column of the sheet grows by one blank cell.
+        const int at = depth ? depth->rowCount() : sheet->rowCount();
+        sheet->incrementRows(1);
+        ++added;
+        const QPointF o = i < tops->lineOrientations().size() ? tops->lineOrientations()[i] : QPointF();
+        const QList<QPair<const char*, QVariant>> cells = {
+            {"Measured Depth", depths[i]},
+            {"SCAT", true},
+            {"Type", rkBase::DepthLineField::type(tops->lineTypes()[i])},
+            {"Name", tops->lineNames()[i]},
+            {"Vertex_colour", tops->lineColors()[i]},
+            {"dip", o.x() > 0.0 ? QVariant(o.x()) : QVariant()},
+            {"azimuth", o.x() > 0.0 ? QVariant(o.y()) : QVariant()}};
+        for (const auto& cell : cells)
+            if (MatrixData* c = column(cell.first))
+                c->setValue(at, 0, cell.second);
+    }
+    sheet->checkValidRowCount();
+    m_analyser->updateAllViews(true, true);
+    m_scat->clearAllStructuralTops();
+    m_scat->initializeStructuralInterpretation();
+    statusBar()->showMessage(tr("%n marker row(s) added to the well.", nullptr, added), 4000);
+}
+
+void HostMainWindow::deleteWellMarkers()
+{
+    MatrixData* sheet = wellSheet(m_analyser->dataRoot());
+    rkBase::DepthLineField* tops = m_scat ? m_scat->structuralTops() : nullptr;
+    if (!sheet || !tops)
+        return;
+    QList<int> rows;
+    for (int row : tops->deletedOriginalRowPos())
+        if (row >= 0 && !rows.contains(row))
+            rows << row;
+    if (!rows.isEmpty()) {
+        sheet->removeRowsFromEachColumn(rows, true);
+        sheet->checkValidRowCount();
+        m_analyser->updateAllViews(true, true);
+    }
+    m_scat->clearAllStructuralTops();
+    m_scat->initializeStructuralInterpretation();
+    statusBar()->showMessage(tr("%n marker row(s) removed from the well.", nullptr, rows.size()), 4000);
 }

@@ -10,6 +10,7 @@ namespace rkBase {
 class QChartDrawingArea;
 class QDataAnalyserDialog;
 class QModifyCellsDialog;
+class QScatDepthPlotWidget;
 class UnitRegistry;
 }
 
@@ -44,6 +45,11 @@ public:
     // file cannot be written.
     bool exportChart(const QString& fileName, QString* error);
 
+    // ---- structural interpretation ----
+    // The SCAT window on the loaded well's dip, azimuth and measured depth, its scenario seeded
+    // from the well's SCAT rows; made on first use, null when the sheet lacks those columns.
+    rkBase::QScatDepthPlotWidget* scatWindow();
+
 public slots:
     void openCsvDialog();
     void saveAs();
@@ -58,6 +64,13 @@ public slots:
     void paste();
     void setLightMode(bool on);
     void updateUndoActions();
+    void showScatWindow();
+    // Which marker kinds the sheet shows, asked and handed to the analyser.
+    void showMarkerVisibility();
+    // The interpreted planes go back to the sheet as marker rows (SCAT ticked), and the erased
+    // ones leave it; the window then re-reads its tops from the well.
+    void createWellMarkers();
+    void deleteWellMarkers();
 
 private:
     // The columns the chart tabs open on, chosen by name on a freshly loaded sheet.
@@ -68,4 +81,5 @@ private:
     rkBase::QModifyCellsDialog* m_modifyCells = nullptr;
     QAction* m_undo = nullptr;
     QAction* m_redo = nullptr;
+    rkBase::QScatDepthPlotWidget* m_scat = nullptr;
 };

@@ -8,11 +8,16 @@
 // --export FILE it writes the current tab's chart (.emf, .png or .svg) and exits.
 #include "HostMainWindow.h"
 
+#include <DepthLineField.h>
+#include <QCrossPlot.h>
+#include <QScatDepthPlotWidget.h>
+
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
 #include <QTimer>
 
+#include <cmath>
 #include <cstdio>
 
 namespace {
@@ -42,6 +47,23 @@ int exportAndExit(QApplication& app, HostMainWindow& window, const QString& file
         QApplication::exit(ok ? 0 : 1);
     });
     return app.exec();
+}
+
+// Selects the top nearest depth in all four tracks, as a click on it would; the gallery shows
+// a picked top this way.
+void pickNearestTop(rkBase::QScatDepthPlotWidget* scat, double depth)
+{
+    rkBase::DepthLineField* tops = scat->structuralTops();
+    if (!tops || tops->lineDepths().empty())
+        return;
+    const auto& depths = tops->lineDepths();
+    std::size_t best = 0;
+    for (std::size_t i = 1; i < depths.size(); ++i)
+        if (std::abs(depths[i] - depth) < std::abs(depths[best] - depth))
+            best = i;
+    scat->slotPickPosUpdate({int(best)});
+    // The track the pick was made in is the one framed.
+    scat->plot(rkBase::QScatDepthPlotWidget::DipTrack)->setActivePlotWindow(true);
 }
 
 } // namespace
@@ -81,6 +103,15 @@ int main(int argc, char** argv)
                                    QStringLiteral("Export the current tab's chart to FILE (.emf, .png or .svg) and exit."),
                                    QStringLiteral("FILE"));
     parser.addOption(exportChart);
+    QCommandLineOption scat(QStringLiteral("scat"), QStringLiteral("Open the SCAT window on the well (with --screenshot: "
+                                                                   "render that window)."));
+    parser.addOption(scat);
+    QCommandLineOption pick(QStringLiteral("pick"), QStringLiteral("With --scat: pick the top nearest this depth."),
+                            QStringLiteral("DEPTH"));
+    parser.addOption(pick);
+    QCommandLineOption scenario(QStringLiteral("scenario"), QStringLiteral("With --scat: import this scenario file."),
+                                QStringLiteral("FILE.txt"));
+    parser.addOption(scenario);
     parser.process(app);
 
     HostMainWindow window;
@@ -112,6 +143,32 @@ int main(int argc, char** argv)
     }
     if (parser.isSet(exportChart))
         return exportAndExit(app, window, parser.value(exportChart));
+    if (parser.isSet(scat)) {
+        rkBase::QScatDepthPlotWidget* scatWindow = window.scatWindow();
+        if (!scatWindow) {
+            std::fprintf(stderr, "--scat: the sheet has no dip, azimuth and Measured Depth columns\n");
+            return 2;
+        }
+        if (parser.isSet(scenario))
+            scatWindow->importScenario(parser.value(scenario));
+        if (headless) {
+            scatWindow->setAttribute(Qt::WA_DontShowOnScreen, true);
+            scatWindow->show();
+            const double depth = parser.isSet(pick) ? parser.value(pick).toDouble() : -1.0;
+            QTimer::singleShot(200, [scatWindow, &parser, &shot, depth] {
+                if (depth >= 0.0)
+                    pickNearestTop(scatWindow, depth);
+                QTimer::singleShot(100, [scatWindow, &parser, &shot] {
+                    const bool ok = scatWindow->grab().save(parser.value(shot), "PNG", 0);
+                    QApplication::exit(ok ? 0 : 1);
+                });
+            });
+            return app.exec();
+        }
+        window.show();
+        window.showScatWindow();
+        return app.exec();
+    }
     if (headless) {
         window.setAttribute(Qt::WA_DontShowOnScreen, true);
         window.show();

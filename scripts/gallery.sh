@@ -69,6 +69,17 @@ for entry in "${setups[@]}"; do
   esac
 done
 
+# The SCAT window on the sample well: its tops scenario with coloured stratigraphic domains, the
+# fault picked (yellow) in the framed dip track; and the scenario seeded from the well's SCAT rows.
+scat=("--scenario examples/data/sample_well_tops.txt --pick 1745|scat_tracks.png"
+      "|scat_seeded.png")
+for entry in "${scat[@]}"; do
+  IFS='|' read -r args name <<<"$entry"
+  # shellcheck disable=SC2086 # the arguments are split on purpose
+  "$host" --scat $args --screenshot "$out/$name" 2>/dev/null
+  echo "gallery: $out/$name"
+done
+
 for example in "${examples[@]}"; do
   "build/gallery/examples/$example" "$out"
 done

@@ -1,5 +1,7 @@
 #include "PanelComboBoxes.h"
 
+#include <MatrixData.h>
+
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QSignalBlocker>
@@ -73,6 +75,16 @@ int PanelComboBoxes::currentId(const QComboBox* box)
     bool ok = false;
     const int id = box->currentData().toInt(&ok);
     return ok ? id : -1;
+}
+
+MatrixData* PanelComboBoxes::findColumn(const MatrixData* root, const QString& name)
+{
+    if (!root || name.isEmpty() || name == noneText())
+        return nullptr;
+    for (MatrixData* leaf : root->leafs())
+        if (leaf->name() == name)
+            return leaf;
+    return nullptr;
 }
 
 } // namespace rkBase

@@ -11,6 +11,8 @@ class QComboBox;
 
 namespace rkBase {
 
+class MatrixData;
+
 class PanelComboBoxes
 {
 public:
@@ -34,6 +36,9 @@ public:
     static void selectTextOrNone(QComboBox* box, const QString& text);
     // The int item data of the current entry, -1 without one.
     static int currentId(const QComboBox* box);
+    // The first column under root whose name is the box's text; null for no root, an empty text
+    // or "None".
+    static MatrixData* findColumn(const MatrixData* root, const QString& name);
 };
 
 } // namespace rkBase

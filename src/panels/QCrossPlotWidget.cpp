@@ -214,12 +214,7 @@ void QCrossPlotWidget::setDataRoot(MatrixData* root)
 
 MatrixData* QCrossPlotWidget::findColumn(const QString& name) const
 {
-    if (!dataRoot || name.isEmpty() || name == PanelComboBoxes::noneText())
-        return nullptr;
-    for (MatrixData* leaf : dataRoot->leafs())
-        if (leaf->name() == name)
-            return leaf;
-    return nullptr;
+    return PanelComboBoxes::findColumn(dataRoot, name);
 }
 
 bool QCrossPlotWidget::dropLostColumns()

@@ -4,12 +4,12 @@
 #include "EMFDevice.h"
 #include "MatrixData.h"
 #include "MatrixDataArray.h"
+#include "ValueChangeWidget.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QBitmap>
 #include <QColorDialog>
-#include <QInputDialog>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
@@ -901,9 +901,9 @@ void QCrossPlot::addToContextMenuEvent(QMenu* menu)
 
 void QCrossPlot::renameSelected(const QString& current)
 {
-    bool accepted = false;
-    const QString name = QInputDialog::getText(this, tr("Rename"), tr("New Name"), QLineEdit::Normal, current, &accepted);
-    if (accepted)
+    bool cancelled = true;
+    const QString name = ValueChangeWidget::getValue(tr("Rename"), tr("New Name"), current, this, true, &cancelled);
+    if (!cancelled)
         emit sendScatUpdate(name);
 }
 

@@ -9,6 +9,11 @@
 #include <QHistogramItemModel.h>
 #include <QRKEBarChartWidget.h>
 #include <QVertexItemModel.h>
+#include <DepthLineField.h>
+#include <QScatDepthPlotWidget.h>
+
+#include <QPushButton>
+#include <QRadioButton>
 
 #include <QtTest>
 
@@ -33,6 +38,7 @@ private slots:
     void chartTabs();
     void setControl_data();
     void setControl();
+    void scatWellMarkers();
 };
 
 namespace {
@@ -196,6 +202,41 @@ void TestHostMainWindow::setControl()
     if (name == QLatin1String("twoSampleTestGroupBox"))
         QCOMPARE(panel->findChild<QComboBox*>(QStringLiteral("m_pqHistogramTypeComboBox"))->currentIndex(), 2);
     QVERIFY(w.showChartPage(QStringLiteral("Kolmogorov-Smirnov Two-Sample Test")));
+}
+
+// The SCAT window's well marker buttons: a top picked in the window becomes a marker row of the
+// sheet (SCAT ticked), and erased there it leaves the sheet again.
+void TestHostMainWindow::scatWellMarkers()
+{
+    HostMainWindow w;
+    QVERIFY(w.openCsv(QStringLiteral(RK_SAMPLE_CSV), true));
+    rkBase::QScatDepthPlotWidget* scat = w.scatWindow();
+    QVERIFY(scat);
+    MatrixData* root = w.analyser()->dataRoot();
+    MatrixData* depth = root->getNodeFromName(QStringLiteral("Measured Depth"));
+    const int rows = depth->rowCount();
+    const std::size_t seeded = scat->structuralTops()->lineDepths().size();
+    QCOMPARE(seeded, std::size_t(85)); // the sheet's SCAT rows
+    // Shown, so that a pick's tolerance is three pixels of a real track.
+    w.showScatWindow();
+    QVERIFY(QTest::qWaitForWindowExposed(scat));
+    scat->findChild<QRadioButton*>(QStringLiteral("HorizonRadioButton"))->setChecked(true);
+    scat->slotInsertScatUpdate(QPointF(0.0, 1234.25));
+    scat->findChild<QPushButton*>(QStringLiteral("createWellMarkersBtn"))->click();
+    QCOMPARE(depth->rowCount(), rows + 1);
+    QCOMPARE(depth->value(rows, 0).toDouble(), 1234.25);
+    QCOMPARE(root->getNodeFromName(QStringLiteral("Name"))->value(rows, 0).toString(), QStringLiteral("Horizon_0"));
+    QVERIFY(root->getNodeFromName(QStringLiteral("SCAT"))->value(rows, 0).toBool());
+    // Read back from the well, the new top knows its row.
+    rkBase::DepthLineField* tops = scat->structuralTops();
+    QCOMPARE(tops->lineDepths().size(), seeded + 1);
+    const auto at = std::find(tops->lineDepths().begin(), tops->lineDepths().end(), 1234.25) - tops->lineDepths().begin();
+    QCOMPARE(tops->originalRowPos()[std::size_t(at)], rows);
+    scat->slotPickPosUpdate({int(at)});
+    scat->slotDeleteSelected();
+    scat->findChild<QPushButton*>(QStringLiteral("deleteWellMarkersBtn"))->click();
+    QCOMPARE(depth->rowCount(), rows);
+    QCOMPARE(scat->structuralTops()->lineDepths().size(), seeded);
 }
 
 QTEST_MAIN(TestHostMainWindow)
