@@ -16,6 +16,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
+#include <thread>
+#include <vector>
 #include <typeinfo>
 
 namespace rkBase {
@@ -334,9 +337,13 @@ struct MeanPoleTriangle {
     }
 };
 
-// Calls visit(row, point) for every row below rows whose orientation readOrientation accepts,
-// reading stored point cells in place rather than row by row through the checks; other nodes go
-// through read (readOrientation).
+constexpr int kMaxWalkers = 4;
+
+// Calls visit(row, point, walker) for every row below rows whose orientation readOrientation
+// accepts. Stored point cells are read in place, and a million of them are split between up to
+// kMaxWalkers threads (walker numbers them, for sums kept apart): visit must then touch nothing
+// but its own row and its walker's state. Other nodes go through read (readOrientation), one
+// row after another on this thread, as their value() may not be safe to share.
 template <typename Read, typename Visit>
 void forEachOrientation(const MatrixData* data, int rows, Read read, Visit visit)
 {
@@ -345,21 +352,32 @@ void forEachOrientation(const MatrixData* data, int rows, Read read, Visit visit
             && (typeid(*data) == typeid(MatrixData) || typeid(*data) == typeid(MatrixDataArray))
         ? cells->pointData()
         : nullptr;
-    if (points) {
-        const std::uint8_t* valid = cells->validData();
-        rows = std::min(rows, cells->size());
+    if (!points) {
         for (int row = 0; row < rows; ++row) {
-            const QPointF& p = points[row];
-            if (valid[row] && std::isfinite(p.x()) && std::isfinite(p.y()))
-                visit(row, p);
+            QPointF p;
+            if (read(data, row, p))
+                visit(row, p, 0);
         }
         return;
     }
-    for (int row = 0; row < rows; ++row) {
-        QPointF p;
-        if (read(data, row, p))
-            visit(row, p);
-    }
+    const std::uint8_t* valid = cells->validData();
+    rows = std::min(rows, cells->size());
+    auto walk = [points, valid, &visit](int first, int last, int walker) {
+        for (int row = first; row < last; ++row) {
+            const QPointF& p = points[row];
+            if (valid[row] && std::isfinite(p.x()) && std::isfinite(p.y()))
+                visit(row, p, walker);
+        }
+    };
+    const int cores = int(std::thread::hardware_concurrency());
+    const int walkers = rows >= 200000 ? std::clamp(cores, 1, kMaxWalkers) : 1;
+    const int share = (rows + walkers - 1) / walkers;
+    std::vector<std::thread> helpers;
+    for (int w = 1; w < walkers; ++w)
+        helpers.emplace_back(walk, std::min(rows, w * share), std::min(rows, (w + 1) * share), w);
+    walk(0, std::min(rows, share), 0);
+    for (std::thread& t : helpers)
+        t.join();
 }
 } // namespace
 
@@ -375,7 +393,7 @@ void QRelationshipItemModel::rotateDataToMeanPole2(QPointF const& mean)
     const int rows = m_data->validValueRowCount();
     const MeanPoleTriangle triangle(mean);
     PointColumnWriter out(m_rotatedData);
-    forEachOrientation(m_data, rows, &readOrientation, [&triangle, &out](int row, QPointF const& p) {
+    forEachOrientation(m_data, rows, &readOrientation, [&triangle, &out](int row, QPointF const& p, int) {
         double sinA, cosA, sinB, cosB;
         triangle.terms(p, sinA, cosA, sinB, cosB);
         double X = sinA * triangle.cosC * cosB - cosA * triangle.sinC;
@@ -402,26 +420,36 @@ void QRelationshipItemModel::rotateDataToForNormalQQPlot(QPointF const& mean)
 {
     if (!m_data || !m_rotatedData)
         return;
-    double minX = kSearchStart, minY = kSearchStart;
-    double maxX = -kSearchStart, maxY = -kSearchStart;
+    // A range per walker, joined afterwards.
+    double minX[kMaxWalkers], minY[kMaxWalkers], maxX[kMaxWalkers], maxY[kMaxWalkers];
+    std::fill(std::begin(minX), std::end(minX), kSearchStart);
+    std::fill(std::begin(minY), std::end(minY), kSearchStart);
+    std::fill(std::begin(maxX), std::end(maxX), -kSearchStart);
+    std::fill(std::begin(maxY), std::end(maxY), -kSearchStart);
     const int rows = std::min(m_data->validValueRowCount(), m_rotatedData->rowCount());
     const MeanPoleTriangle triangle(mean);
     PointColumnWriter out(m_rotatedData);
-    forEachOrientation(m_data, rows, &readOrientation, [&](int row, QPointF const& p) {
+    forEachOrientation(m_data, rows, &readOrientation, [&](int row, QPointF const& p, int walker) {
         double sinA, cosA, sinB, cosB;
         triangle.terms(p, sinA, cosA, sinB, cosB);
         const double colatitude = rkUtils::acos(triangle.cosC * sinA * cosB - cosA * triangle.sinC) * kRadToDeg;
         // No fold and no quadrant correction: the Q-Q plot wants the signed angle.
         const double longitude =
             std::atan(-(sinB * sinA) / (sinA * triangle.sinC * cosB + cosA * triangle.cosC)) * kRadToDeg;
-        minX = std::min(minX, colatitude);
-        maxX = std::max(maxX, colatitude);
-        minY = std::min(minY, longitude);
-        maxY = std::max(maxY, longitude);
+        minX[walker] = std::min(minX[walker], colatitude);
+        maxX[walker] = std::max(maxX[walker], colatitude);
+        minY[walker] = std::min(minY[walker], longitude);
+        maxY[walker] = std::max(maxY[walker], longitude);
         out.set(row, QPointF(colatitude, longitude));
     });
+    for (int w = 1; w < kMaxWalkers; ++w) {
+        minX[0] = std::min(minX[0], minX[w]);
+        maxX[0] = std::max(maxX[0], maxX[w]);
+        minY[0] = std::min(minY[0], minY[w]);
+        maxY[0] = std::max(maxY[0], maxY[w]);
+    }
     // The range goes on the point list, not on the rotated copy: the Q-Q axes read it there.
-    setMinMaxRanges(minX, minY, maxX, maxY);
+    setMinMaxRanges(minX[0], minY[0], maxX[0], maxY[0]);
 }
 
 QVariant QRelationshipItemModel::rotatedData(int row) const
