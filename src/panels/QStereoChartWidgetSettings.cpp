@@ -29,12 +29,6 @@ void readSlider(const PanelSettings& s, const QString& key, int def, QIntSpinBox
 {
     box->setValue(s.readInt(key, def, box->minimum(), box->maximum()));
 }
-
-void selectTextOrNone(QComboBox* box, const QString& text)
-{
-    if (!PanelComboBoxes::selectText(box, text))
-        PanelComboBoxes::selectText(box, PanelComboBoxes::noneText());
-}
 } // namespace
 
 void QStereoChartWidget::writeSettings()
@@ -187,8 +181,8 @@ void QStereoChartWidget::readSettings(const QString& prefix)
     s.endGroup();
 
     s.beginGroup(QStringLiteral("display"));
-    selectTextOrNone(m_pqDipComboBox, s.readString(QStringLiteral("dip_selected_data_set"), none));
-    selectTextOrNone(m_pqAzimuthComboBox, s.readString(QStringLiteral("azimuth_selected_data_set"), none));
+    PanelComboBoxes::selectTextOrNone(m_pqDipComboBox, s.readString(QStringLiteral("dip_selected_data_set"), none));
+    PanelComboBoxes::selectTextOrNone(m_pqAzimuthComboBox, s.readString(QStringLiteral("azimuth_selected_data_set"), none));
     s.readInto(m_pqShow10DegreeNet, QStringLiteral("show_10_degree_intervals"), true);
     s.readInto(m_pqShow2DegreeNet, QStringLiteral("show_2_degree_intervals"), false);
     s.readInto(m_pqShowLabels, QStringLiteral("show_labels"), true);
@@ -229,8 +223,8 @@ void QStereoChartWidget::readSettings(const QString& prefix)
     s.endGroup();
 
     s.beginGroup(QStringLiteral("add_attributes"));
-    selectTextOrNone(m_pqColourMapComboBox, s.readString(QStringLiteral("colour_map_attribute"), none));
-    selectTextOrNone(m_pqSymbolsComboBox, s.readString(QStringLiteral("symbols_attribute"), none));
+    PanelComboBoxes::selectTextOrNone(m_pqColourMapComboBox, s.readString(QStringLiteral("colour_map_attribute"), none));
+    PanelComboBoxes::selectTextOrNone(m_pqSymbolsComboBox, s.readString(QStringLiteral("symbols_attribute"), none));
     s.endGroup();
 
     s.beginGroup(QStringLiteral("stereographic_projection"));
@@ -292,12 +286,12 @@ void QStereoChartWidget::readSettings(const QString& prefix)
         m_pqPlungeAzimuthGroupBox->setChecked(!byPitch);
         m_pqPlanePitchGroupBox->setChecked(byPitch);
     }
-    selectTextOrNone(m_pqLineationPlungeComboBox, s.readString(QStringLiteral("plunge_attribute"), none));
-    selectTextOrNone(m_pqLineationAzimuthComboBox, s.readString(QStringLiteral("plunge_azimuth_attribute"), none));
-    selectTextOrNone(m_pqPitchPlaneDipComboBox, s.readString(QStringLiteral("plane_dip_attribute"), none));
-    selectTextOrNone(m_pqPitchPlaneAzimuthComboBox, s.readString(QStringLiteral("plane_azimuth_attribute"), none));
-    selectTextOrNone(m_pqPitchComboBox, s.readString(QStringLiteral("pitch_attribute"), none));
-    selectTextOrNone(m_pqPitchDirectionComboBox, s.readString(QStringLiteral("pitch_direction_attribute"), none));
+    PanelComboBoxes::selectTextOrNone(m_pqLineationPlungeComboBox, s.readString(QStringLiteral("plunge_attribute"), none));
+    PanelComboBoxes::selectTextOrNone(m_pqLineationAzimuthComboBox, s.readString(QStringLiteral("plunge_azimuth_attribute"), none));
+    PanelComboBoxes::selectTextOrNone(m_pqPitchPlaneDipComboBox, s.readString(QStringLiteral("plane_dip_attribute"), none));
+    PanelComboBoxes::selectTextOrNone(m_pqPitchPlaneAzimuthComboBox, s.readString(QStringLiteral("plane_azimuth_attribute"), none));
+    PanelComboBoxes::selectTextOrNone(m_pqPitchComboBox, s.readString(QStringLiteral("pitch_attribute"), none));
+    PanelComboBoxes::selectTextOrNone(m_pqPitchDirectionComboBox, s.readString(QStringLiteral("pitch_direction_attribute"), none));
     m_pqLineationPointStyleComboBox->setCurrentIndex(
         s.readInt(QStringLiteral("point_type"), 0, 0, std::max(0, m_pqLineationPointStyleComboBox->count() - 1)));
     s.readInto(m_pqLineationPointSizeSpinBox, QStringLiteral("point_size"), 2);

@@ -1,5 +1,6 @@
 #include "RoseClassCounts.h"
 
+#include <AzimuthBinRule.h>
 #include <CellColumn.h>
 #include <MatrixData.h>
 #include <MatrixDataArray.h>
@@ -51,18 +52,9 @@ void RoseClassCounts::binRows(const MatrixData* direction, double interval, int 
     if (!c || !CellColumn::isNumericType(c->type()))
         return;
     const int validRows = std::min(direction->validValueRowCount(), c->size());
-    const double inverse = 1.0 / interval;
-    const double last = bins - 1;
     // The table's own rule, so that the classes of a bin add up to its count.
-    auto binOf = [&](double a) {
-        const double k = a * inverse;
-        int i = !(k > 0.0) ? 0 : static_cast<int>(k > last ? last : k);
-        if (i > 0 && a < i * interval)
-            --i;
-        else if (i < bins - 1 && a >= (i + 1) * interval)
-            ++i;
-        return i;
-    };
+    const AzimuthBinRule rule(interval, bins);
+    auto binOf = [&rule](double a) { return rule.binOf(a); };
     const double* d = c->doubleData();
     const std::uint8_t* valid = c->validData();
     const std::size_t expected = rows.empty() ? static_cast<std::size_t>(std::max(validRows, 0)) : rows.size();

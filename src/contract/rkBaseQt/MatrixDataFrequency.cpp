@@ -2,6 +2,7 @@
 // and the mean direction of an azimuth column.
 #include "MatrixData.h"
 
+#include "AzimuthBinRule.h"
 #include "CellColumn.h"
 #include "MatrixDataArray.h"
 #include "UnitRegistry.h"
@@ -332,18 +333,8 @@ MatrixData* MatrixData::newFrequencyData(double interval, int binCount, int colu
     };
 
     const bool numeric = CellColumn::isNumericType(c->type());
-    const double inverse = 1.0 / interval;
-    const double last = bins - 1;
-    auto binOfAzimuth = [&](double a) {
-        // Bins past the last one fold into it: the last bin reaches to 360.
-        const double k = a * inverse;
-        int i = !(k > 0.0) ? 0 : static_cast<int>(k > last ? last : k);
-        if (i > 0 && a < i * interval)
-            --i;
-        else if (i < bins - 1 && a >= (i + 1) * interval)
-            ++i;
-        return i;
-    };
+    const AzimuthBinRule rule(interval, bins);
+    auto binOfAzimuth = [&rule](double a) { return rule.binOf(a); };
     // First the bins of every row counted, so that each bin's list of class values is allocated
     // once; then the values.
     const int validRows = std::min(direction->validValueRowCount(), c->size());
