@@ -4,6 +4,7 @@
 
 #include <QAbstractButton>
 #include <QDoubleSpinBox>
+#include <QSplitter>
 #include <QSpinBox>
 
 #include <cmath>
@@ -116,6 +117,24 @@ QString PanelSettings::readRangeText(const QString& key) const
     bool ok = false;
     const double v = text.toDouble(&ok);
     return ok && std::isfinite(v) ? text : noValue;
+}
+
+void PanelSettings::writeSplitters(const QSplitter* side, const QSplitter* legend)
+{
+    beginGroup(QStringLiteral("splitter_sizes"));
+    write(QStringLiteral("side_panel_splitter"), side->saveState());
+    if (legend)
+        write(QStringLiteral("legend_splitter"), legend->saveState());
+    endGroup();
+}
+
+void PanelSettings::readSplitters(QSplitter* side, QSplitter* legend)
+{
+    beginGroup(QStringLiteral("splitter_sizes"));
+    side->restoreState(m_settings.value(QStringLiteral("side_panel_splitter")).toByteArray());
+    if (legend)
+        legend->restoreState(m_settings.value(QStringLiteral("legend_splitter")).toByteArray());
+    endGroup();
 }
 
 } // namespace rkBase

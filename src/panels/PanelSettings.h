@@ -15,6 +15,7 @@ class QAbstractButton;
 class QComboBox;
 class QDoubleSpinBox;
 class QSpinBox;
+class QSplitter;
 
 namespace rkBase {
 
@@ -47,6 +48,10 @@ public:
     // One radio button of a group, each with its own key: the first whose key reads true is
     // checked; with none, the one at defaultIndex.
     void readRadios(const QList<QPair<QAbstractButton*, QString>>& radios, int defaultIndex) const;
+    // The "splitter_sizes" group of a panel: the side panel's splitter and, where the panel has
+    // one, the legends'.
+    void writeSplitters(const QSplitter* side, const QSplitter* legend = nullptr);
+    void readSplitters(QSplitter* side, QSplitter* legend = nullptr);
 
 private:
     QSettings m_settings;

@@ -680,9 +680,7 @@ void QHistogramChartWidget::readSettings(const QString& prefix)
 {
     m_settingsPrefix = prefix;
     PanelSettings s(prefix);
-    s.beginGroup(QStringLiteral("splitter_sizes"));
-    sidePanelSplitter->restoreState(s.settings().value(QStringLiteral("side_panel_splitter")).toByteArray());
-    s.endGroup();
+    s.readSplitters(sidePanelSplitter);
     for (QWidget* w : std::initializer_list<QWidget*>{Display, KolmogorovTest, Annotation, widget2})
         w->setStyleSheet(QStringLiteral("QWidget#%1 { background-color: white }").arg(w->objectName()));
 }
@@ -690,9 +688,7 @@ void QHistogramChartWidget::readSettings(const QString& prefix)
 void QHistogramChartWidget::writeSettings()
 {
     PanelSettings s(m_settingsPrefix);
-    s.beginGroup(QStringLiteral("splitter_sizes"));
-    s.write(QStringLiteral("side_panel_splitter"), sidePanelSplitter->saveState());
-    s.endGroup();
+    s.writeSplitters(sidePanelSplitter);
 }
 
 } // namespace rkBase

@@ -15,10 +15,7 @@ const QColor kPetalOutlineDefault(0x82, 0x82, 0x82);
 void QRoseChartWidget::writeSettings()
 {
     PanelSettings s(m_settingsPrefix);
-    s.beginGroup(QStringLiteral("splitter_sizes"));
-    s.write(QStringLiteral("side_panel_splitter"), m_pqSidePanelSplitter->saveState());
-    s.write(QStringLiteral("legend_splitter"), m_pqLegendSplitter->saveState());
-    s.endGroup();
+    s.writeSplitters(m_pqSidePanelSplitter, m_pqLegendSplitter);
 
     s.beginGroup(QStringLiteral("display"));
     s.write(QStringLiteral("rose_plot_selected_data_set"), m_pqRoseDataSetComboBox->currentText());
@@ -67,10 +64,7 @@ void QRoseChartWidget::readSettings(const QString& prefix)
     const bool wasBlocked = blockSignals(true);
     const QSignalBlocker intervalBlocker(m_pqIntervalSizeSpinBox);
 
-    s.beginGroup(QStringLiteral("splitter_sizes"));
-    m_pqSidePanelSplitter->restoreState(s.settings().value(QStringLiteral("side_panel_splitter")).toByteArray());
-    m_pqLegendSplitter->restoreState(s.settings().value(QStringLiteral("legend_splitter")).toByteArray());
-    s.endGroup();
+    s.readSplitters(m_pqSidePanelSplitter, m_pqLegendSplitter);
 
     s.beginGroup(QStringLiteral("display"));
     const QString dataSet = s.readString(QStringLiteral("rose_plot_selected_data_set"), none);

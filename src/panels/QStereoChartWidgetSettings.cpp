@@ -34,10 +34,7 @@ void readSlider(const PanelSettings& s, const QString& key, int def, QIntSpinBox
 void QStereoChartWidget::writeSettings()
 {
     PanelSettings s(m_settingsPrefix);
-    s.beginGroup(QStringLiteral("splitter_sizes"));
-    s.write(QStringLiteral("side_panel_splitter"), m_pqSidePanelSplitter->saveState());
-    s.write(QStringLiteral("legend_splitter"), m_pqLegendSplitter->saveState());
-    s.endGroup();
+    s.writeSplitters(m_pqSidePanelSplitter, m_pqLegendSplitter);
 
     s.beginGroup(QStringLiteral("display"));
     s.write(QStringLiteral("dip_selected_data_set"), m_pqDipComboBox->currentText());
@@ -175,10 +172,7 @@ void QStereoChartWidget::readSettings(const QString& prefix)
     // wait until everything is read, and the surface takes the form in one pass at the end.
     const bool wasBlocked = blockSignals(true);
 
-    s.beginGroup(QStringLiteral("splitter_sizes"));
-    m_pqSidePanelSplitter->restoreState(s.settings().value(QStringLiteral("side_panel_splitter")).toByteArray());
-    m_pqLegendSplitter->restoreState(s.settings().value(QStringLiteral("legend_splitter")).toByteArray());
-    s.endGroup();
+    s.readSplitters(m_pqSidePanelSplitter, m_pqLegendSplitter);
 
     s.beginGroup(QStringLiteral("display"));
     PanelComboBoxes::selectTextOrNone(m_pqDipComboBox, s.readString(QStringLiteral("dip_selected_data_set"), none));

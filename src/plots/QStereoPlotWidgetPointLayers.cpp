@@ -36,8 +36,8 @@ void hashModel(std::size_t& seed, const QRelationshipItemModel* model)
 
 void hashColor(std::size_t& seed, const QColor& c)
 {
-    boost::hash_combine(seed, c.rgba());
-    boost::hash_combine(seed, int(c.spec()));
+    boost::hash_combine(seed, c.isValid());
+    boost::hash_combine(seed, c.rgba64().toArgb32());
 }
 
 } // namespace

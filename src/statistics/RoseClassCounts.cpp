@@ -14,16 +14,6 @@ namespace rkBase {
 namespace {
 constexpr double kNoValue = 99999.0;
 
-double into360(double a)
-{
-    a = std::fmod(a, 360.0);
-    if (a < 0.0)
-        a += 360.0;
-    if (a >= 360.0)
-        a -= 360.0;
-    return a;
-}
-
 bool plainColumn(const MatrixData* node)
 {
     const std::type_info& t = typeid(*node);
@@ -68,11 +58,11 @@ void RoseClassCounts::binRows(const MatrixData* direction, double interval, int 
         const double raw = d ? d[r] : c->toDouble(r);
         if (!std::isfinite(raw) || raw == kNoValue)
             return;
-        const double a = raw >= 0.0 && raw < 360.0 ? raw : into360(raw);
+        const double a = raw >= 0.0 && raw < 360.0 ? raw : AzimuthBinRule::into360(raw);
         m_rowOf.push_back(r);
         m_binOf.push_back(binOf(a));
         if (!unidirectional)
-            m_mirrorOf.push_back(binOf(into360(a + 180.0)));
+            m_mirrorOf.push_back(binOf(AzimuthBinRule::into360(a + 180.0)));
     };
     if (rows.empty())
         for (int r = 0; r < validRows; ++r)

@@ -4,12 +4,25 @@
 // rounds across a bin edge goes back to the bin whose range holds it. Every count of azimuths
 // by bin (the table's, the rose's classes) uses this one rule, so that they add up alike.
 
+#include <cmath>
+
 namespace rkBase {
 
 class AzimuthBinRule
 {
 public:
     AzimuthBinRule(double interval, int bins) : m_interval(interval), m_inverse(1.0 / interval), m_bins(bins) {}
+
+    // An azimuth brought into [0, 360).
+    static double into360(double a)
+    {
+        a = std::fmod(a, 360.0);
+        if (a < 0.0)
+            a += 360.0;
+        if (a >= 360.0)
+            a -= 360.0;
+        return a;
+    }
 
     int binOf(double azimuth) const
     {

@@ -142,16 +142,6 @@ void fillValues(MatrixDataArray* table, const std::vector<double>& counts, doubl
     }
 }
 
-double into360(double a)
-{
-    a = std::fmod(a, 360.0);
-    if (a < 0.0)
-        a += 360.0;
-    if (a >= 360.0)
-        a -= 360.0;
-    return a;
-}
-
 } // namespace
 
 // ---------------------------------------------------------------------------------------------
@@ -357,12 +347,12 @@ MatrixData* MatrixData::newFrequencyData(double interval, int binCount, int colu
             const double raw = d ? d[r] : c->toDouble(r);
             if (!std::isfinite(raw) || raw == kNoValue)
                 return;
-            const double a = raw >= 0.0 && raw < 360.0 ? raw : into360(raw);
+            const double a = raw >= 0.0 && raw < 360.0 ? raw : AzimuthBinRule::into360(raw);
             const int i = binOfAzimuth(a);
             counts[static_cast<std::size_t>(i)] += 1.0;
             int j = -1;
             if (!unidirectional) {
-                j = binOfAzimuth(into360(a + 180.0));
+                j = binOfAzimuth(AzimuthBinRule::into360(a + 180.0));
                 counts[static_cast<std::size_t>(j)] += 1.0;
             }
             if (classes) {
@@ -514,7 +504,7 @@ double MatrixData::resultantMeanDirection(double& resultant, const std::vector<i
     if (length < 1e-6 * n)
         return kNoValue;
     resultant = std::min(1.0, length / n);
-    return into360(std::atan2(sy, sx) / d2r);
+    return AzimuthBinRule::into360(std::atan2(sy, sx) / d2r);
 }
 
 } // namespace rkBase
