@@ -27,6 +27,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <type_traits>
 #include <typeinfo>
 
 namespace rkBase {
@@ -39,6 +40,48 @@ const QColor kSymbolTint(183, 200, 255, 255);
 
 inline int trunc(double v) { return static_cast<int>(v); }
 
+// The data box of the points that can reach what the painter shows: its view in logical
+// coordinates, widened by how far a symbol reaches, taken back through a pixel transform that
+// maps each axis on its own. False where that cannot be known (a target that is not a raster,
+// a rotating painter, a flat or undefined axis): the caller then walks every point.
+bool pointsThatCanShow(QPainter* painter,
+                       const std::function<void(const QPointF*, QPointF*, int)>& pixelBlock, double reach,
+                       QRectF& box)
+{
+    const QPaintDevice* device = painter->device();
+    if (!device || !pixelBlock)
+        return false;
+    const int type = device->devType();
+    if (type != QInternal::Image && type != QInternal::Pixmap && type != QInternal::Widget)
+        return false;
+    const QTransform& toDevice = painter->deviceTransform();
+    if (toDevice.type() > QTransform::TxScale)
+        return false;
+    bool invertible = false;
+    const QTransform back = toDevice.inverted(&invertible);
+    if (!invertible)
+        return false;
+    QRectF view = back.mapRect(QRectF(0.0, 0.0, device->width(), device->height()));
+    if (painter->hasClipping())
+        view = view.intersected(painter->clipBoundingRect());
+    view.adjust(-reach, -reach, reach, reach);
+
+    const QPointF unit[2] = {QPointF(0.0, 0.0), QPointF(1.0, 1.0)};
+    QPointF pixel[2];
+    pixelBlock(unit, pixel, 2);
+    const double sx = pixel[1].x() - pixel[0].x();
+    const double sy = pixel[1].y() - pixel[0].y();
+    if (!(std::isfinite(sx) && std::isfinite(sy) && std::isfinite(pixel[0].x()) && std::isfinite(pixel[0].y()))
+        || sx == 0.0 || sy == 0.0)
+        return false;
+    const double x0 = (view.left() - pixel[0].x()) / sx;
+    const double x1 = (view.right() - pixel[0].x()) / sx;
+    const double y0 = (view.top() - pixel[0].y()) / sy;
+    const double y1 = (view.bottom() - pixel[0].y()) / sy;
+    box = QRectF(QPointF(std::min(x0, x1), std::min(y0, y1)), QPointF(std::max(x0, x1), std::max(y0, y1)));
+    return std::isfinite(box.left()) && std::isfinite(box.right()) && std::isfinite(box.top())
+           && std::isfinite(box.bottom());
+}
 
 } // namespace
 
@@ -711,8 +754,8 @@ void QChartDrawingArea::initializePointSytleComboBox(QComboBox* combo, bool with
 
 // ---- the point walk ----
 
-template <class Draw>
-void QChartDrawingArea::walkPoints(QPainter* painter, Draw&& draw, bool onlyPoints)
+template <class Draw, class DrawRun>
+void QChartDrawingArea::walkPoints(QPainter* painter, Draw&& draw, bool onlyPoints, DrawRun&& drawRun)
 {
     if (!m_model || !painter)
         return;
@@ -730,6 +773,11 @@ void QChartDrawingArea::walkPoints(QPainter* painter, Draw&& draw, bool onlyPoin
     int stored = 0;
     const QPointF* cells = modelPointCells(valid, stored);
     const bool typed = cells != nullptr;
+    // A symbol and its tadpole tail stay well within this many pixels of their point.
+    QRectF shown;
+    const bool cull = typed && m_pixelBlockIsAxisAffine
+                      && pointsThatCanShow(painter, m_pixelBlock, 32.0 + 4.0 * modelPointSize(), shown);
+    const double left = shown.left(), right = shown.right(), top = shown.top(), bottom = shown.bottom();
     constexpr int kBlock = 512;
     std::vector<QPointF> points(typed ? kBlock : 0);
     std::vector<QPointF> pixels(typed ? kBlock : 0);
@@ -737,14 +785,23 @@ void QChartDrawingArea::walkPoints(QPainter* painter, Draw&& draw, bool onlyPoin
     int n = 0;
     const auto flush = [&](bool second) {
         transformInPixelPoints(points.data(), pixels.data(), n);
-        for (int j = 0; j < n; ++j)
-            draw(blockRows[std::size_t(j)], pixels[std::size_t(j)], second);
+        if constexpr (std::is_same_v<std::decay_t<DrawRun>, std::nullptr_t>) {
+            for (int j = 0; j < n; ++j)
+                draw(blockRows[std::size_t(j)], pixels[std::size_t(j)], second);
+        } else {
+            drawRun(pixels.data(), n, second);
+        }
         n = 0;
     };
     const auto visit = [&](int row, bool second) {
         if (typed) {
             if (row >= stored || !valid[row])
                 return;
+            if (cull) {
+                const QPointF& p = cells[row];
+                if (!(p.x() >= left && p.x() <= right && p.y() >= top && p.y() <= bottom))
+                    return;
+            }
             points[std::size_t(n)] = cells[row];
             blockRows[std::size_t(n)] = row;
             if (++n == kBlock)
@@ -762,21 +819,38 @@ void QChartDrawingArea::walkPoints(QPainter* painter, Draw&& draw, bool onlyPoin
         const int t = m_model->tableRow(row);
         return t >= 0 && std::size_t(t) < selection.size() && selection.test(std::size_t(t));
     };
+    // Rows a block at a time, passing over the blocks whose points all lie outside the view.
+    const std::vector<PointBlockBounds::Box>* boxes =
+        cull ? &m_pointBlockBounds.boxes(cells, valid, stored, m_model->dataRevision()) : nullptr;
+    const auto forEachRow = [&](auto&& body) {
+        constexpr int kRows = PointBlockBounds::kBlockRows;
+        for (int begin = 0; begin < rows; begin += kRows) {
+            if (boxes) {
+                if (begin >= stored)
+                    break;
+                if (!(*boxes)[std::size_t(begin / kRows)].meets(left, top, right, bottom))
+                    continue;
+            }
+            const int end = std::min(rows, begin + kRows);
+            for (int row = begin; row < end; ++row)
+                body(row);
+        }
+    };
     if (displayType != QRelationshipItemModel::ShowSelectedOnly) {
         const bool skipSelected = displayType == QRelationshipItemModel::HighlightSelected;
-        for (int row = 0; row < rows; ++row) {
+        forEachRow([&](int row) {
             if (!(skipSelected && selected(row)))
                 visit(row, false);
-        }
+        });
         flush(false);
     }
     if (displayType != QRelationshipItemModel::ShowAll && m_model->partSelection()) {
         if (displayType == QRelationshipItemModel::HighlightSelected)
             painter->setPen(makePen(kSelectedColour, 2.0, Qt::SquareCap, Qt::BevelJoin));
-        for (int row = 0; row < rows; ++row) {
+        forEachRow([&](int row) {
             if (selected(row))
                 visit(row, true);
-        }
+        });
         flush(true);
     }
     if (stamping)
@@ -852,7 +926,16 @@ void QChartDrawingArea::drawPlainPoints(QPainter* painter)
             if (!(stamper->isActive() && stamper->stamp(pixel, style, size, painter)))
                 drawShape(pixel, style, size, painter);
         },
-        true);
+        true,
+        [&](const QPointF* pixels, int count, bool) {
+            int done = 0;
+            while (done < count) {
+                if (stamper->isActive())
+                    done += stamper->stampRun(pixels + done, count - done, style, size, painter);
+                if (done < count)
+                    drawShape(pixels[done++], style, size, painter);
+            }
+        });
 }
 
 void QChartDrawingArea::drawPointsWith_tadpoles(QPainter* painter)

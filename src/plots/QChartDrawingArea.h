@@ -37,6 +37,7 @@
 //   a painter may carry the scroll translation of the raster or of a widget's overlay, and a
 //   reset would throw every later mark one scroll offset off its place.
 
+#include "PointBlockBounds.h"
 #include "QRelationshipItemModel.h"
 #include "RowSetMetaType.h"
 
@@ -52,6 +53,7 @@
 
 #include <boost/dynamic_bitset.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -92,7 +94,11 @@ public:
     virtual void enableMouseZoom(bool on);
 
     // ---- settings ----
-    void setModel(QRelationshipItemModel* model) { m_model = model; }
+    void setModel(QRelationshipItemModel* model)
+    {
+        m_model = model;
+        m_pointBlockBounds.clear();
+    }
     QRelationshipItemModel* model() const { return m_model; }
     QColor labelColor() const { return m_labelColor; }
     QColor backgroundColor() const { return m_backgroundColor; }
@@ -340,6 +346,10 @@ protected:
     // give what transformInPixelPoint gives, point for point, and may fall back to it. A chart
     // that overrides transformInPixelPoint again clears or replaces what its base set here.
     std::function<void(const QPointF* data, QPointF* pixels, int count)> m_pixelBlock;
+    // Set where m_pixelBlock maps x and y each by an affine function of its own: a walk over a
+    // zoomed chart then leaves out the points that cannot reach the view before transforming them.
+    bool m_pixelBlockIsAxisAffine = false;
+    PointBlockBounds m_pointBlockBounds;
     // The walkers' transform of a block of points: m_pixelBlock where set, else one at a time.
     void transformInPixelPoints(const QPointF* data, QPointF* pixels, int count);
     // Where the model is the plain one over a stored point column: its cells, their validity
@@ -352,8 +362,10 @@ private:
     // selection is shown, and leaving out selected rows when they are highlighted), then the
     // selected rows. draw(row, pixel, secondPass) draws one point.
     // onlyPoints: draw() draws the point and nothing else, so that repeated stamps may be skipped.
-    template <class Draw>
-    void walkPoints(QPainter* painter, Draw&& draw, bool onlyPoints = false);
+    // drawRun(pixels, count, secondPass), where given, draws the points of a block of stored
+    // cells at once in place of draw(), which still serves points read through the model.
+    template <class Draw, class DrawRun = std::nullptr_t>
+    void walkPoints(QPainter* painter, Draw&& draw, bool onlyPoints = false, DrawRun&& drawRun = nullptr);
     bool stressOverlayOn() const;
     int modelPointSize() const;
     // Fills one label box (unless painting a metafile) and writes the padded text in it.

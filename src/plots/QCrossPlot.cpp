@@ -57,6 +57,7 @@ QCrossPlot::QCrossPlot(QWidget* parent, QWidget* owner)
     m_labelColor = Qt::black;
     setMouseTracking(true);
     m_pixelBlock = [this](const QPointF* data, QPointF* pixels, int count) { pointsInPixels(data, pixels, count); };
+    m_pixelBlockIsAxisAffine = true;
 }
 
 QCursor* QCrossPlot::crossCursor()

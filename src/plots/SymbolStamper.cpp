@@ -325,6 +325,57 @@ bool SymbolStamper::stamp(const QPointF& pos, int style, int size, QPainter* pai
     return true;
 }
 
+int SymbolStamper::stampRun(const QPointF* pos, int count, int style, int size, QPainter* painter)
+{
+    if (!m_target || painter != m_painter)
+        return 0;
+    int i = 0;
+    while (i < count) {
+        if (!stamp(pos[i], style, size, painter))
+            return i;
+        ++i;
+        if (!m_skipRepeats || m_seenSprite < 0 || !m_clipMask.isNull())
+            continue;
+        // The record must be of the sprite this run draws: a stamp far outside the target
+        // returns before it looks its sprite up.
+        const Sprite* current = sprite(style, size, painter->pen(), painter->brush());
+        if (current != &m_sprites[std::size_t(m_seenSprite)] || !current->oneValue || current->width == 0)
+            continue;
+        const Sprite& s = *current;
+        const double reach = s.reach;
+        const int lastX = m_width - s.width;
+        const int lastY = m_height - s.height;
+        const int bandX = m_tx + m_edgeBand;
+        const int bandY = m_ty + m_edgeBand;
+        const std::size_t width = std::size_t(m_width);
+        for (; i < count; ++i) {
+            const double px = pos[i].x();
+            const double py = pos[i].y();
+            // Non-negative and far from overflow, truncation is flooring; NaN fails here too.
+            if (!(px >= reach && py >= reach && px < 1.0e9 && py < 1.0e9))
+                break;
+            const int x = static_cast<int>(px) + m_tx + s.dx;
+            const int y = static_cast<int>(py) + m_ty + s.dy;
+            if (x >= m_width || y >= m_height || x + s.width <= 0 || y + s.height <= 0)
+                continue;
+            if (x < 0 || y < 0 || x > lastX || y > lastY)
+                break;
+            const std::size_t bit = std::size_t(y) * width + std::size_t(x);
+            quint64& word = m_seen[bit / 64];
+            const quint64 mask = quint64(1) << (bit % 64);
+            if (word & mask) {
+                ++m_skipped;
+                continue;
+            }
+            word |= mask;
+            m_seenDirty = true;
+            if (x < bandX || y < bandY)
+                m_edgePlaces.push_back(static_cast<int>(bit));
+        }
+    }
+    return i;
+}
+
 void SymbolStamper::blendRuns(const Sprite& s, int x0, int y0)
 {
     const uchar* spriteBits = s.image.constBits();

@@ -45,6 +45,12 @@ public:
 
     int cachedSprites() const { return static_cast<int>(m_sprites.size()); }
 
+    // stamp() over a run of points with one style, size, pen and brush, leaving the same picture.
+    // Returns how many points it took: it stops before the first one that must be drawn as a
+    // real shape. Once a stamp has opened the record of repeats for the run's sprite, the points
+    // that land wholly inside the target take a short path of their own.
+    int stampRun(const QPointF* pos, int count, int style, int size, QPainter* painter);
+
     // For a walk that draws nothing but stamps between begin() and end(). Stamps of one sprite
     // whose covered pixels are whole and of one value leave the same picture in any order and
     // any number of times: they are recorded as places, one bit per target pixel, and stamped

@@ -9,12 +9,15 @@
 #include <QRelationshipItemModel.h>
 
 #include <QPainter>
+#include <QRandomGenerator>
+#include <QPicture>
 #include <QSignalSpy>
 #include <QtTest>
 
 #include <cmath>
 #include <limits>
 #include <memory>
+#include <random>
 
 using namespace rkBase;
 
@@ -71,6 +74,8 @@ public:
     using QCrossPlot::drawStructuralTops;
     using QCrossPlot::mousePressEvent;
     using QCrossPlot::mouseReleaseEvent;
+    using QCrossPlot::drawPoints;
+    using QCrossPlot::setPointPen;
     QStringList record(void (Plot::*step)(QPainter*) = nullptr)
     {
         PaintRecorder device(QSize(201, 101));
@@ -165,6 +170,8 @@ private slots:
     void transforms_data();
     void transforms();
     void inverseUnderZoomAndScroll_data();
+    void zoomedWalkDrawsWhatTheViewShows_data();
+    void zoomedWalkDrawsWhatTheViewShows();
     void inverseUnderZoomAndScroll();
     void transformGuards();
     void flatAxisInverse_data();
@@ -254,6 +261,85 @@ void TestCrossPlot::inverseUnderZoomAndScroll()
         QVERIFY2(std::abs(back.x() - data.x()) < 1e-9 && std::abs(back.y() - data.y()) < 1e-9,
                  qPrintable(QStringLiteral("%1,%2").arg(back.x()).arg(back.y())));
     }
+}
+
+void TestCrossPlot::zoomedWalkDrawsWhatTheViewShows_data()
+{
+    QTest::addColumn<bool>("depthOrder");
+    QTest::addColumn<int>("percent");
+    QTest::addColumn<int>("style");
+    QTest::addColumn<int>("size");
+    for (bool depthOrder : {true, false})
+        for (int percent : {0, 37, 100})
+            QTest::addRow("%s, scrolled %d%%, style %d", depthOrder ? "depth order" : "shuffled", percent,
+                          percent == 37 ? 0 : 1)
+                << depthOrder << percent << (percent == 37 ? 0 : 1) << (percent == 37 ? 4 : 2);
+}
+
+// Zoomed in, a raster walk leaves out whole blocks of rows and single points that cannot reach
+// the view, and stamps runs of points. A recording device gets every point as a real shape:
+// replayed, it must leave the same picture, symbols cut by the view's edges included.
+void TestCrossPlot::zoomedWalkDrawsWhatTheViewShows()
+{
+    QFETCH(bool, depthOrder);
+    QFETCH(int, percent);
+    QFETCH(int, style);
+    QFETCH(int, size);
+    QVector<QPointF> rows;
+    QRandomGenerator rng(uint(percent * 7 + style));
+    for (int i = 0; i < 20000; ++i) {
+        const double depth = 1000.0 + 2000.0 * i / 20000.0;
+        // Now and then a blank cell, and a point far off the axes' range.
+        if (i % 997 == 0)
+            rows << QPointF(std::nan(""), depth);
+        else if (i % 1999 == 0)
+            rows << QPointF(1e300, depth);
+        else
+            rows << QPointF(rng.bounded(10.0) - 5.0, depth);
+    }
+    if (!depthOrder)
+        std::shuffle(rows.begin(), rows.end(), std::mt19937(5));
+    // The plain model, as the panels hold it: its walk reads the stored cells.
+    Points columns(rows);
+    QRelationshipItemModel points;
+    points.takeNewDataSet(columns.x.get(), columns.y.get(), QRelationshipItemModel::ShowAll);
+    points.setPointStyle(QRelationshipItemModel::PointStyle(style));
+    points.setPointPixelSize(size);
+    Plot plot;
+    plot.setModel(&points);
+    plot.setBoundaries(QPointF(-5, 1000), QPointF(5, 3000));
+    plot.zoom(4.0);
+    plot.xoffset(percent);
+    plot.yoffset(percent);
+    auto paint = [&](QPaintDevice* device) {
+        QPainter painter(device);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.translate(-plot.xOffsetPixels(), -plot.yOffsetPixels());
+        plot.setPointPen(&painter);
+        plot.drawPoints(&painter);
+    };
+    QImage walked(201, 101, QImage::Format_ARGB32_Premultiplied);
+    walked.fill(Qt::white);
+    paint(&walked);
+    QPicture recorded;
+    paint(&recorded);
+    QImage replayed(walked.size(), walked.format());
+    replayed.fill(Qt::white);
+    {
+        QPainter painter(&replayed);
+        painter.setClipRect(replayed.rect());
+        painter.drawPicture(0, 0, recorded);
+    }
+    int worst = 0, ink = 0;
+    for (int y = 0; y < walked.height(); ++y)
+        for (int x = 0; x < walked.width(); ++x) {
+            const QRgb a = walked.pixel(x, y), b = replayed.pixel(x, y);
+            worst = std::max({worst, std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)),
+                              std::abs(qBlue(a) - qBlue(b))});
+            ink += a != qRgb(255, 255, 255);
+        }
+    QVERIFY(ink > walked.width() * walked.height() / 10);
+    QVERIFY2(worst <= 2, qPrintable(QStringLiteral("max difference %1").arg(worst)));
 }
 
 void TestCrossPlot::transformGuards()
