@@ -291,6 +291,17 @@ void QCrossPlot::redraw()
     m_redrawNeeded = false;
 }
 
+// A name drawn above its line at the very top of the chart would be cut off at the frame: the
+// first top of a well sits there whenever the depth range starts at it. It goes below the line.
+QRectF QCrossPlot::placeLabelBox(const QRectF& box, const QPointF&)
+{
+    const QRect raster = rasterRect();
+    QRectF placed = box;
+    if (!raster.isEmpty() && placed.top() < raster.top())
+        placed.moveTop(raster.top() + 2.0);
+    return placed;
+}
+
 void QCrossPlot::drawChart(QPainter& painter)
 {
     painter.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);

@@ -169,6 +169,7 @@ protected:
     void drawDomains(DepthLineField* field, bool held, QPainter* painter);
     void drawStructuralTops(DepthLineField* field, bool held, QPainter* painter);
     void drawStructuralOrientation(DepthLineField* field, QPainter* painter);
+    QRectF placeLabelBox(const QRectF& box, const QPointF& anchor) override;
     void pickStructuralTops();
     // The active scenario of the model (created when the model has none), or null without a model.
     DepthLineField* structuralTops();

@@ -229,6 +229,7 @@ void TestAxisWidget::labelsKeepApartAndInside_data()
     QTest::newRow("left, ends on ticks") << 2 << QSize(60, 300) << 0.0 << 50.0 << 1.0 << 9.0 << 3;
     QTest::newRow("left, too narrow for most labels") << 2 << QSize(25, 300) << -99999.0 << 99999.0 << 1.0 << 9.0 << 1;
     QTest::newRow("right, short, big font") << 3 << QSize(60, 90) << 0.0 << 10.0 << 1.0 << 20.0 << 2;
+    QTest::newRow("top, a narrow track's azimuths") << 0 << QSize(207, 40) << -180.0 << 180.0 << 1.0 << 9.0 << 3;
     QTest::newRow("depth, zoomed") << 6 << QSize(60, 250) << 1500.0 << 2750.0 << 4.0 << 9.0 << 3;
 }
 

@@ -400,7 +400,9 @@ QCartesianAxisWidget::Layout QCartesianAxisWidget::layoutFor(const QSize& size, 
             widest = std::max(widest, fm.horizontalAdvance(t.label));
             ticks.push_back(t);
         }
-        const double need = horizontal ? widest + 2.0 * h : minSpacing;
+        // One text height between neighbours reads as separate values; more left a narrow depth
+        // track's azimuth axis (-180 to 180 on two hundred pixels) with its zero alone.
+        const double need = horizontal ? widest + h : minSpacing;
         if (s * pixelsPerUnit >= need)
             break;
     }
