@@ -932,11 +932,6 @@ void QDataAnalyserDialog::clearAllSelections()
         m_treeView->clearSelection();
 }
 
-void QDataAnalyserDialog::createDataDecimationAttribute(QRelationshipItemModel*, bool, bool, bool, MatrixData*)
-{
-    // Decimation results come from the depth panel's model, which is not built yet.
-}
-
 // ---------------------------------------------------------------------------------------------
 // Settings
 
