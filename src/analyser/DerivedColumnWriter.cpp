@@ -36,7 +36,7 @@ QString DerivedColumnWriter::freeName(const MatrixData* parent, const QString& n
                 return candidate;
             }
         }
-        if (m_root->name() != candidate && !m_root->getNodeFromName(candidate))
+        if (!m_uniqueInTree || (m_root->name() != candidate && !m_root->getNodeFromName(candidate)))
             return candidate;
         candidate = name + QLatin1Char('_') + QString::number(i);
     }
@@ -66,7 +66,8 @@ MatrixData* DerivedColumnWriter::group(const QString& name)
     return node;
 }
 
-MatrixData* DerivedColumnWriter::column(MatrixData* group, const QString& name, int rows, bool* made)
+MatrixData* DerivedColumnWriter::column(MatrixData* group, const QString& name, int rows, bool* made,
+                                        const QString& typeName)
 {
     if (made)
         *made = false;
@@ -78,7 +79,7 @@ MatrixData* DerivedColumnWriter::column(MatrixData* group, const QString& name, 
         keep(existing);
         return existing;
     }
-    MatrixData* node = m_makeColumn(free, rows);
+    MatrixData* node = m_makeColumn(free, typeName, rows);
     if (!node)
         return nullptr;
     attach(group, node, false);

@@ -21,19 +21,25 @@ class MatrixDataRestoreProxy;
 class DerivedColumnWriter
 {
 public:
-    // makeColumn builds a detached column of that name and row count.
-    using ColumnFactory = std::function<MatrixData*(const QString& name, int rows)>;
+    // makeColumn builds a detached column of that name, type name ("Real", "String", ...) and
+    // row count.
+    using ColumnFactory = std::function<MatrixData*(const QString& name, const QString& typeName, int rows)>;
 
     DerivedColumnWriter(MatrixData* root, const QString& actionName, ColumnFactory makeColumn);
     ~DerivedColumnWriter();
     DerivedColumnWriter(const DerivedColumnWriter&) = delete;
     DerivedColumnWriter& operator=(const DerivedColumnWriter&) = delete;
 
+    // A sheet's own columns (a field sheet's "dip" beside a well's "dip") keep their names: with
+    // this off, names are looked up in their group alone.
+    void setNamesUniqueInTree(bool on) { m_uniqueInTree = on; }
     // The group of that name directly under the root, made (rows -1, columns -1, String) when
     // missing.
     MatrixData* group(const QString& name);
-    // The column of that name in group, made with `rows` rows when missing; made tells which.
-    MatrixData* column(MatrixData* group, const QString& name, int rows, bool* made = nullptr);
+    // The column of that name in group, made with `rows` rows of typeName when missing; made
+    // tells which.
+    MatrixData* column(MatrixData* group, const QString& name, int rows, bool* made = nullptr,
+                       const QString& typeName = QStringLiteral("Real"));
     // Call before changing a node that this call did not make: its cells and settings come back
     // on undo. A node kept twice, or one made here, is not recorded again.
     void keep(MatrixData* node);
@@ -53,6 +59,7 @@ private:
     std::unique_ptr<MatrixDataRestoreProxy> m_record;
     std::vector<const MatrixData*> m_made;
     std::vector<const MatrixData*> m_kept;
+    bool m_uniqueInTree = true;
 };
 
 } // namespace rkBase

@@ -569,11 +569,6 @@ void QDataAnalyserDialog::updateCellView()
     slotTabWidgetChanged();
 }
 
-void QDataAnalyserDialog::initializeFieldDataSheet(bool)
-{
-    // Field-data sheets are made by the derived-attribute tools, which come later.
-}
-
 void QDataAnalyserDialog::slotDataModified(bool)
 {
     resetChartsUpdateNeeded();

@@ -21,6 +21,7 @@
 
 #include <cmath>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 namespace rkBase {
@@ -100,9 +101,10 @@ int derivedRowCount(const MatrixData* root)
 
 DerivedColumnWriter writerFor(QDataAnalyserDialog* dialog, const QString& actionName)
 {
-    return DerivedColumnWriter(dialog->dataRoot(), actionName, [dialog](const QString& name, int rows) {
-        return dialog->createMatrixData(name, QStringLiteral("Real"), rows, true);
-    });
+    return DerivedColumnWriter(dialog->dataRoot(), actionName,
+                               [dialog](const QString& name, const QString& typeName, int rows) {
+                                   return dialog->createMatrixData(name, typeName, rows, true);
+                               });
 }
 
 // What every derived attribute ends with: the new columns show in the tree, the table and every
@@ -116,6 +118,34 @@ void finish(QDataAnalyserDialog* dialog)
     dialog->updateAllViews(false, false);
     if (QVertexItemModel* model = dialog->vertexItemModel())
         model->setModified(true);
+}
+// The course that the bias weight and the cluster number share: one column in group, blanked,
+// then value(r) at the table row of each model row that passes the row filter and has a value.
+// False, with the tree untouched, without data, a data set or a name.
+bool writeModelColumn(QDataAnalyserDialog* dialog, const QString& action, const QString& groupName,
+                      const QString& name, const std::string& category, QRelationshipItemModel* model,
+                      const std::function<bool(int, double&)>& value)
+{
+    const int rows = derivedRowCount(dialog->dataRoot());
+    if (!model || !model->data() || model->rowCount() == 0 || rows < 0 || name.isEmpty())
+        return false;
+    const WaitCursor wait;
+    DerivedColumnWriter writer = writerFor(dialog, action);
+    bool made = false;
+    MatrixData* column = writer.column(writer.group(groupName), name, rows, &made);
+    if (!column)
+        return false;
+    if (made)
+        column->setUnitManager(category);
+    column->setDefaultValue1(QVariant());
+    const int points = model->rowCount();
+    double v = 0.0;
+    for (int r = 0; r < points; ++r)
+        if (model->passesRowFilter(r) && value(r, v))
+            writeNumber(column, model->tableRow(r), v);
+    column->setMinMax(0, boost::dynamic_bitset<>());
+    writer.commit();
+    return true;
 }
 } // namespace
 
@@ -160,53 +190,25 @@ void QDataAnalyserDialog::createRotatedAttributes()
 
 void QDataAnalyserDialog::createBiasWeightAttribute(const QString& name, QRelationshipItemModel* model)
 {
-    const int rows = derivedRowCount(m_dataRoot);
-    if (!model || !model->data() || model->rowCount() == 0 || rows < 0 || name.isEmpty())
-        return;
-    const WaitCursor wait;
-    DerivedColumnWriter writer = writerFor(this, text("Bias Weights"));
-    bool made = false;
-    MatrixData* weights = writer.column(writer.group(kOrientationGroup), name, rows, &made);
-    if (!weights)
-        return;
-    if (made)
-        weights->setUnitManager(UnitRegistry::CATEGORY_FRACTION);
-    weights->setDefaultValue1(QVariant());
     double total = 0.0;
-    const int count = model->totalBiasWeight(total);
-    const int points = model->rowCount();
-    for (int r = 0; r < points; ++r)
-        if (model->passesRowFilter(r))
-            writeNumber(weights, model->tableRow(r), model->biasCorrection(r, count, total));
-    weights->setMinMax(0, boost::dynamic_bitset<>());
-    writer.commit();
-    finish(this);
+    const int count = model && model->data() ? model->totalBiasWeight(total) : 0;
+    if (writeModelColumn(this, text("Bias Weights"), kOrientationGroup, name, UnitRegistry::CATEGORY_FRACTION, model,
+                         [&](int r, double& value) {
+                             value = model->biasCorrection(r, count, total);
+                             return true;
+                         }))
+        finish(this);
 }
 
 void QDataAnalyserDialog::createClusterAttribute(const QString& name, QRelationshipItemModel* model)
 {
-    const int rows = derivedRowCount(m_dataRoot);
-    if (!model || !model->data() || model->rowCount() == 0 || rows < 0 || name.isEmpty())
-        return;
-    const WaitCursor wait;
-    DerivedColumnWriter writer = writerFor(this, text("Cluster Attribute"));
-    bool made = false;
-    MatrixData* clusters = writer.column(writer.group(kClusterGroup), name, rows, &made);
-    if (!clusters)
-        return;
-    if (made)
-        clusters->setUnitManager(UnitRegistry::CATEGORY_DIMENSIONLESS);
-    blank(clusters);
-    const int points = model->rowCount();
-    for (int r = 0; r < points; ++r) {
-        // Rows that the run left out carry -1, the unsigned maximum of the original numbering.
-        const int id = model->clusterID(r);
-        if (id >= 0 && model->passesRowFilter(r))
-            writeNumber(clusters, model->tableRow(r), id);
-    }
-    clusters->setMinMax(0, boost::dynamic_bitset<>());
-    writer.commit();
-    finish(this);
+    // Rows that the run left out carry -1, the unsigned maximum of the original numbering.
+    if (writeModelColumn(this, text("Cluster Attribute"), kClusterGroup, name, UnitRegistry::CATEGORY_DIMENSIONLESS,
+                         model, [&](int r, double& value) {
+                             value = model->clusterID(r);
+                             return value >= 0.0;
+                         }))
+        finish(this);
 }
 
 void QDataAnalyserDialog::createDataDecimationAttribute(QRelationshipItemModel* model, bool binAverage,
@@ -327,6 +329,66 @@ void QDataAnalyserDialog::createMeasuredDepth()
             restore->recordInsertedAttribute(leaf);
     m_dataRoot->appendUndoAction(restore.release(), true);
     finish(this);
+}
+
+void QDataAnalyserDialog::initializeFieldDataSheet(bool createDefaultLine)
+{
+    if (!m_dataRoot)
+        return;
+    struct FieldColumn {
+        const char* name;
+        const char* type;
+        const char* interfaceName;
+        const std::string* category;
+    };
+    static const FieldColumn columns[] = {
+        {"X", "Double", "", &UnitRegistry::CATEGORY_DIMENSION},
+        {"Y", "Double", "", &UnitRegistry::CATEGORY_DIMENSION},
+        {"Z", "Double", "", &UnitRegistry::CATEGORY_ELEVATION},
+        {"dip", "Double", "Dip", &UnitRegistry::CATEGORY_ORIENTATION},
+        {"azimuth", "Double", "Azimuth", &UnitRegistry::CATEGORY_ORIENTATION},
+        {"strike", "Double", "Strike", &UnitRegistry::CATEGORY_ORIENTATION},
+        {"Name", "String", "", nullptr},
+        {"Day", "String", "", nullptr},
+        {"color", "Color", "Colour", nullptr},
+        {"pitch", "Double", "Pitch", &UnitRegistry::CATEGORY_ORIENTATION},
+        {"lineation direction", "String", "Lineation Direction", nullptr},
+        {"Type", "String", "", nullptr},
+    };
+    const QString groupName = QStringLiteral("Field Data");
+    MatrixData* existing = nullptr;
+    for (MatrixData* child : m_dataRoot->children())
+        if (child->isGroup() && child->name() == groupName)
+            existing = child;
+
+    // The sheet joins whatever the tree holds: the user's other groups stay, and undo takes the
+    // sheet back out.
+    DerivedColumnWriter writer = writerFor(this, text("Field Data"));
+    writer.keep(m_dataRoot);
+    m_dataRoot->setSelected(false, false);
+    if (!existing) {
+        m_dataRoot->setName(QStringLiteral("Data Root"));
+        m_dataRoot->setInterfaceName(QStringLiteral("Data Root"));
+        m_dataRoot->setColor(MatrixData::getDefaultColor(true));
+    }
+    MatrixData* sheet = writer.group(groupName);
+    writer.setNamesUniqueInTree(false);
+    const int rows = createDefaultLine ? 1 : 0;
+    for (const FieldColumn& f : columns) {
+        bool made = false;
+        MatrixData* c = writer.column(sheet, QString::fromLatin1(f.name), rows, &made, QString::fromLatin1(f.type));
+        if (!c || !made)
+            continue;
+        if (*f.interfaceName)
+            c->setInterfaceName(QString::fromLatin1(f.interfaceName));
+        if (f.category)
+            c->setUnitManager(*f.category);
+        if (c->cellType() == QVariant::Color)
+            c->setDefaultValue1(QVariant(MatrixData::getDefaultColor(false)));
+    }
+    sheet->setSelected(true, false);
+    writer.commit();
+    updateAllViews(false, false);
 }
 
 } // namespace rkBase

@@ -84,6 +84,7 @@ private slots:
     void decimationTargets();
     void undoRestoresTheTree_data();
     void undoRestoresTheTree();
+    void fieldDataSheet();
     void badInput_data();
     void badInput();
     void panelsReachTheSlots_data();
@@ -169,6 +170,8 @@ void TestDerivedAttributes::run(const QString& action)
         m_model.generateAquidistantIntervalFilter(25.0, 100.0, 170.0);
         m_model.generateDataDecimation();
         m_dialog->createDataDecimationAttribute(&m_model, false, false, true, node(m_root, "dip"));
+    } else if (action == QLatin1String("field data")) {
+        m_dialog->initializeFieldDataSheet(true);
     } else {
         QFAIL(qPrintable(action));
     }
@@ -332,6 +335,7 @@ void TestDerivedAttributes::undoRestoresTheTree_data()
         QTest::newRow(a) << a << false;
         QTest::newRow(qPrintable(QStringLiteral("%1, columns reused").arg(a))) << a << true;
     }
+    QTest::newRow("field data") << "field data" << false;
 }
 
 // Undo takes a call back to the last bit, a column or group it made included, and redo brings
@@ -361,6 +365,27 @@ void TestDerivedAttributes::undoRestoresTheTree()
     QCOMPARE(treeBytes(*m_root), after);
     QVERIFY(m_root->undoLastAction());
     QCOMPARE(treeBytes(*m_root), before);
+}
+
+void TestDerivedAttributes::fieldDataSheet()
+{
+    m_dialog->initializeFieldDataSheet(true);
+    m_dialog->initializeFieldDataSheet(true);
+    MatrixData* sheet = group(m_root, QStringLiteral("Field Data"));
+    QVERIFY(sheet && sheet->isSelected());
+    QVERIFY(group(m_root, QStringLiteral("Well")));
+    QCOMPARE(m_root->name(), QStringLiteral("Data Root"));
+    QStringList names;
+    for (MatrixData* c : sheet->children()) {
+        names << c->name();
+        QCOMPARE(c->rowCount(), 1);
+    }
+    QCOMPARE(names, (QStringList{"X", "Y", "Z", "dip", "azimuth", "strike", "Name", "Day", "color", "pitch",
+                                 "lineation direction", "Type"}));
+    QCOMPARE(sheet->child(8)->cellType(), QVariant::Color);
+    QCOMPARE(sheet->child(8)->interfaceName(), QStringLiteral("Colour"));
+    QCOMPARE(sheet->child(10)->interfaceName(), QStringLiteral("Lineation Direction"));
+    QCOMPARE(sheet->child(3)->unitCategory(), QString::fromStdString(UnitRegistry::CATEGORY_ORIENTATION));
 }
 
 void TestDerivedAttributes::badInput_data()
