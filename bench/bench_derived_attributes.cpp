@@ -126,6 +126,15 @@ void BM_UndoCluster(benchmark::State& s) { measure(s, kCluster, true); }
 void BM_UndoBiasWeight(benchmark::State& s) { measure(s, kBias, true); }
 void BM_UndoDecimation(benchmark::State& s) { measure(s, kDecimation, true); }
 
+// The window's refresh alone, which every call ends with and the host runs after an undo.
+void BM_WindowRefresh(benchmark::State& state)
+{
+    Window& w = window();
+    for (auto _ : state)
+        w.dialog.updateAllViews(false, false);
+}
+BENCHMARK(BM_WindowRefresh)->Unit(benchmark::kMillisecond)->Iterations(10);
+
 #define DERIVED_BENCH(f) BENCHMARK(f)->ArgName("reused")->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond)->Iterations(10)
 DERIVED_BENCH(BM_CreateRotated);
 DERIVED_BENCH(BM_CreateRandomOrientations);

@@ -7,6 +7,7 @@
 #include "WaitCursor.h"
 
 #include <CellColumn.h>
+#include <DoubleColumnWriter.h>
 #include <MatrixData.h>
 #include <MatrixDataRestore.h>
 #include <QAttributeTreeView.h>
@@ -49,18 +50,11 @@ bool modelPoint(const QRelationshipItemModel& model, const CellColumn* cells, in
     return true;
 }
 
-// Writes a number into a derived column: the typed path for a Double column, the column's own
-// conversion for a reused column of another type (a cell that does not convert keeps its value).
-void writeNumber(MatrixData* column, int row, double value)
-{
-    if (row >= 0)
-        column->setDoubleValue(row, 0, value);
-}
-
+// Every cell of a reused column blank, in one pass over its store.
 void blank(MatrixData* column)
 {
-    for (int r = 0; r < column->rowCount(); ++r)
-        column->setValue(r, 0, QVariant());
+    if (CellColumn* cells = column->writableCellColumn(0))
+        cells->fill(QVariant());
 }
 
 // The random sequence of the orientation generator: a 32-bit multiplicative congruential state
@@ -138,11 +132,12 @@ bool writeModelColumn(QDataAnalyserDialog* dialog, const QString& action, const 
     if (made)
         column->setUnitManager(category);
     column->setDefaultValue1(QVariant());
+    DoubleColumnWriter out(column);
     const int points = model->rowCount();
     double v = 0.0;
     for (int r = 0; r < points; ++r)
         if (model->passesRowFilter(r) && value(r, v))
-            writeNumber(column, model->tableRow(r), v);
+            out.set(model->tableRow(r), v);
     column->setMinMax(0, boost::dynamic_bitset<>());
     writer.commit();
     return true;
@@ -172,14 +167,15 @@ void QDataAnalyserDialog::createRotatedAttributes()
         azimuth->setUnitManager(UnitRegistry::CATEGORY_ORIENTATION);
     }
     const CellColumn* cells = model->data() ? model->data()->cellColumn(0) : nullptr;
+    DoubleColumnWriter dipOut(dip), azimuthOut(azimuth);
     const int points = model->rowCount();
     QPointF p;
     for (int r = 0; r < points; ++r) {
         if (!model->passesRowFilter(r) || !modelPoint(*model, cells, r, p))
             continue;
         const int target = model->tableRow(r);
-        writeNumber(dip, target, p.x());
-        writeNumber(azimuth, target, p.y());
+        dipOut.set(target, p.x());
+        azimuthOut.set(target, p.y());
     }
     const boost::dynamic_bitset<> all;
     dip->setMinMax(0, all);
@@ -238,7 +234,7 @@ void QDataAnalyserDialog::createDataDecimationAttribute(QRelationshipItemModel* 
         writer.keep(azimuth);
     } else {
         MatrixData* group = writer.group(kDecimationGroup);
-        bool made = false;
+        bool made = false, madeAzimuth = false;
         values = writer.column(group, QStringLiteral("Decimated:") + name, rows, &made);
         if (values && made) {
             values->setRegistry(source->registry());
@@ -246,16 +242,16 @@ void QDataAnalyserDialog::createDataDecimationAttribute(QRelationshipItemModel* 
         }
         if (withAzimuth) {
             const QString azimuthName = QStringLiteral("Decimated:") + (hasTadpole ? tadpole : QStringLiteral("azimuth"));
-            azimuth = writer.column(group, azimuthName, rows, &made);
-            if (azimuth && made)
+            azimuth = writer.column(group, azimuthName, rows, &madeAzimuth);
+            if (azimuth && madeAzimuth)
                 azimuth->setUnitManager(UnitRegistry::CATEGORY_ORIENTATION);
         }
         // "Replace Decimated Data" drops what an earlier decimation left; a merge keeps it
         // where this one has nothing.
         if (replaceDecimated) {
-            if (values)
+            if (values && !made)
                 blank(values);
-            if (azimuth)
+            if (azimuth && !madeAzimuth)
                 blank(azimuth);
         }
     }
@@ -269,9 +265,9 @@ void QDataAnalyserDialog::createDataDecimationAttribute(QRelationshipItemModel* 
         const int target = tableRows[std::size_t(k)];
         if (target < 0 || !cells || !cells->point(k, p))
             continue;
-        writeNumber(values, target, p.x());
+        values->setDoubleValue(target, 0, p.x());
         if (azimuth && k < int(angles.size()))
-            writeNumber(azimuth, target, angles[std::size_t(k)]);
+            azimuth->setDoubleValue(target, 0, angles[std::size_t(k)]);
     }
     values->setMinMax(0, boost::dynamic_bitset<>());
     if (azimuth)
@@ -298,13 +294,14 @@ void QDataAnalyserDialog::createRandomOrientationAttributes()
     if (!dip || !azimuth)
         return;
     OrientationDraws draws;
+    DoubleColumnWriter dipOut(dip), azimuthOut(azimuth);
     for (int r = 0; r < rows; ++r) {
         double u1 = draws.next();
         while (u1 < 0.0 || u1 > 1.0)
             u1 = draws.next();
         const double u2 = draws.next();
-        writeNumber(dip, r, acosDegrees(1.0 - u1));
-        writeNumber(azimuth, r, u2 * 2.0 * M_PI * kRadToDeg);
+        dipOut.set(r, acosDegrees(1.0 - u1));
+        azimuthOut.set(r, u2 * 2.0 * M_PI * kRadToDeg);
     }
     const boost::dynamic_bitset<> all;
     dip->setMinMax(0, all);
