@@ -77,15 +77,18 @@ Window& window()
 using Call = std::function<void(Window&)>;
 
 // Times the call (its undo runs outside the clock, so every call starts from the same tree), or
-// with timeUndo the undo of the call: the root's part and the window's refresh as the host runs
-// them.
-void measure(benchmark::State& state, const Call& call, bool timeUndo)
+// the undo of the call: the root's part and the window's refresh as the host runs them, or the
+// root's part alone.
+enum class Timed { Call, Undo, UndoWithoutRefresh };
+
+void measure(benchmark::State& state, const Call& call, Timed timed)
 {
     Window& w = window();
     MatrixData* root = w.dialog.dataRoot();
     const bool reused = state.range(0) != 0;
     if (reused)
         call(w);
+    const bool timeUndo = timed != Timed::Call;
     for (auto _ : state) {
         if (timeUndo)
             state.PauseTiming();
@@ -95,11 +98,13 @@ void measure(benchmark::State& state, const Call& call, bool timeUndo)
         else
             state.PauseTiming();
         root->undoLastAction();
-        if (timeUndo)
+        if (timed == Timed::Undo)
             w.dialog.updateAllViews(false, true);
-        else
+        else if (timed == Timed::Call)
             state.ResumeTiming();
     }
+    if (timed == Timed::UndoWithoutRefresh)
+        w.dialog.updateAllViews(false, false);
     if (reused)
         root->undoLastAction();
     root->clearUndoActions();
@@ -115,16 +120,18 @@ const Call kDecimation = [](Window& w) {
     w.dialog.createDataDecimationAttribute(&w.depthModel, true, false, true, w.dip);
 };
 
-void BM_CreateRotated(benchmark::State& s) { measure(s, kRotated, false); }
-void BM_CreateRandomOrientations(benchmark::State& s) { measure(s, kRandom, false); }
-void BM_CreateCluster(benchmark::State& s) { measure(s, kCluster, false); }
-void BM_CreateBiasWeight(benchmark::State& s) { measure(s, kBias, false); }
-void BM_CreateDecimation(benchmark::State& s) { measure(s, kDecimation, false); }
-void BM_UndoRotated(benchmark::State& s) { measure(s, kRotated, true); }
-void BM_UndoRandomOrientations(benchmark::State& s) { measure(s, kRandom, true); }
-void BM_UndoCluster(benchmark::State& s) { measure(s, kCluster, true); }
-void BM_UndoBiasWeight(benchmark::State& s) { measure(s, kBias, true); }
-void BM_UndoDecimation(benchmark::State& s) { measure(s, kDecimation, true); }
+void BM_CreateRotated(benchmark::State& s) { measure(s, kRotated, Timed::Call); }
+void BM_CreateRandomOrientations(benchmark::State& s) { measure(s, kRandom, Timed::Call); }
+void BM_CreateCluster(benchmark::State& s) { measure(s, kCluster, Timed::Call); }
+void BM_CreateBiasWeight(benchmark::State& s) { measure(s, kBias, Timed::Call); }
+void BM_CreateDecimation(benchmark::State& s) { measure(s, kDecimation, Timed::Call); }
+void BM_UndoRotated(benchmark::State& s) { measure(s, kRotated, Timed::Undo); }
+void BM_UndoRandomOrientations(benchmark::State& s) { measure(s, kRandom, Timed::Undo); }
+void BM_UndoCluster(benchmark::State& s) { measure(s, kCluster, Timed::Undo); }
+void BM_UndoBiasWeight(benchmark::State& s) { measure(s, kBias, Timed::Undo); }
+void BM_UndoDecimation(benchmark::State& s) { measure(s, kDecimation, Timed::Undo); }
+void BM_UndoRotatedWithoutRefresh(benchmark::State& s) { measure(s, kRotated, Timed::UndoWithoutRefresh); }
+void BM_UndoDecimationWithoutRefresh(benchmark::State& s) { measure(s, kDecimation, Timed::UndoWithoutRefresh); }
 
 // The window's refresh alone, which every call ends with and the host runs after an undo.
 void BM_WindowRefresh(benchmark::State& state)
@@ -146,6 +153,8 @@ DERIVED_BENCH(BM_UndoRandomOrientations);
 DERIVED_BENCH(BM_UndoCluster);
 DERIVED_BENCH(BM_UndoBiasWeight);
 DERIVED_BENCH(BM_UndoDecimation);
+DERIVED_BENCH(BM_UndoRotatedWithoutRefresh);
+DERIVED_BENCH(BM_UndoDecimationWithoutRefresh);
 } // namespace
 
 int main(int argc, char** argv)
