@@ -10,8 +10,6 @@
 
 #include <QtTest>
 
-#include <QPushButton>
-
 #include <functional>
 #include <memory>
 
