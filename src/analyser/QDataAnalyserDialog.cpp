@@ -511,14 +511,8 @@ void QDataAnalyserDialog::updateAllViews(bool wellMarkerMode, bool emitSignalDat
 {
     if (!m_vertexItemModel)
         return;
-    m_vertexItemModel->updateModel(-1, std::vector<int>());
-    m_vertexTable->updateView();
-    m_minMaxVertexTable->updateView();
-    m_vertexTable->resetEmpty();
-    m_minMaxVertexTable->resetEmpty();
-    m_treeView->clearSelection();
-    m_treeView->updateView();
-    m_treeView->expandAll();
+    // The ticks first, so that the table is rebuilt once: on a million rows each rebuild of the
+    // sorted and filtered rows costs tens of milliseconds.
     for (MatrixData* leaf : m_dataRoot ? m_dataRoot->leafs() : QList<MatrixData*>()) {
         const QString name = leaf->name();
         if (name == QLatin1String("Dip Data Symbol Style")
@@ -526,6 +520,11 @@ void QDataAnalyserDialog::updateAllViews(bool wellMarkerMode, bool emitSignalDat
                 && (name == QLatin1String("X(East)") || name == QLatin1String("Y(North)") || name == QLatin1String("Z"))))
             leaf->setSelected(false, false);
     }
+    m_vertexTable->resetEmpty();
+    m_minMaxVertexTable->resetEmpty();
+    m_treeView->clearSelection();
+    m_treeView->updateView();
+    m_treeView->expandAll();
     m_vertexTable->updateView();
     m_minMaxVertexTable->updateView();
     m_vertexTable->slotClearSelection();
@@ -567,11 +566,6 @@ void QDataAnalyserDialog::updateCellView()
         m_vertexTable->selectTableRow(r - 3);
     m_vertexTable->setSelectionMode(QAbstractItemView::ExtendedSelection);
     slotTabWidgetChanged();
-}
-
-void QDataAnalyserDialog::initializeFieldDataSheet(bool)
-{
-    // Field-data sheets are made by the derived-attribute tools, which come later.
 }
 
 void QDataAnalyserDialog::slotDataModified(bool)
@@ -930,11 +924,6 @@ void QDataAnalyserDialog::clearAllSelections()
         m_minMaxVertexTable->slotClearSelection();
     if (m_treeView)
         m_treeView->clearSelection();
-}
-
-void QDataAnalyserDialog::createDataDecimationAttribute(QRelationshipItemModel*, bool, bool, bool, MatrixData*)
-{
-    // Decimation results come from the depth panel's model, which is not built yet.
 }
 
 // ---------------------------------------------------------------------------------------------

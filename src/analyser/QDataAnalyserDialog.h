@@ -159,6 +159,16 @@ public slots:
     virtual void resetChartsUpdateNeeded();
     virtual void createDataDecimationAttribute(QRelationshipItemModel* model, bool binAverage, bool replaceOriginal,
                                                bool replaceDecimated, MatrixData* original);
+    // Derived attributes: each writes its columns into the groups "Orientation Data",
+    // "Cluster Distributions" or "Data Decimation" (made on first use, columns reused by name)
+    // and pushes one undo action on the root that takes the call back exactly. Rows pass as the
+    // model's statistics row filter says and land at the model's table rows; nothing happens
+    // while the tree holds no data.
+    void createRotatedAttributes();
+    void createClusterAttribute(const QString& name, QRelationshipItemModel* model);
+    void createBiasWeightAttribute(const QString& name, QRelationshipItemModel* model);
+    void createRandomOrientationAttributes();
+    void createMeasuredDepth();
     void hideShowOrientationWindows();
     void updateChartDataSetSelectionBoxes();
     void updateFilterComboBox();

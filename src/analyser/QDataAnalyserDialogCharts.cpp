@@ -87,6 +87,8 @@ void QDataAnalyserDialog::createRelationshipChart(const QString&)
     connect(m_crossPlotChart, SIGNAL(dataPointsSelection(boost::dynamic_bitset<>)), this,
             SLOT(setNewRowSelectionFromGraphicalSelection(boost::dynamic_bitset<>)));
     connect(m_crossPlotChart, SIGNAL(signalUpdateChartData()), this, SLOT(updateRelationshipData()));
+    connect(m_crossPlotChart, SIGNAL(createClusterAttribute(QString, QRelationshipItemModel*)), this,
+            SLOT(createClusterAttribute(QString, QRelationshipItemModel*)));
     m_crossPlotChart->setDataRoot(m_dataRoot);
 }
 
@@ -115,6 +117,11 @@ void QDataAnalyserDialog::createStereoChart(const QString& chartSettingsKey)
     connect(m_stereoChart, SIGNAL(dataPointsSelection(boost::dynamic_bitset<>)), this,
             SLOT(setNewRowSelectionFromGraphicalSelection(boost::dynamic_bitset<>)));
     connect(m_stereoChart, SIGNAL(signalCreateMeanPrincipalPointCloud()), this, SIGNAL(signalCreateMeanPrincipalPointCloud()));
+    connect(m_stereoChart, SIGNAL(createRotatedAttributes()), this, SLOT(createRotatedAttributes()));
+    connect(m_stereoChart, SIGNAL(createClusterAttribute(QString, QRelationshipItemModel*)), this,
+            SLOT(createClusterAttribute(QString, QRelationshipItemModel*)));
+    connect(m_stereoChart, SIGNAL(createBiasWeightAttribute(QString, QRelationshipItemModel*)), this,
+            SLOT(createBiasWeightAttribute(QString, QRelationshipItemModel*)));
     m_stereoChart->setDataRoot(m_dataRoot);
 }
 
@@ -128,10 +135,7 @@ void QDataAnalyserDialog::createHistogram(const QString&)
     m_histogramSplitter->addWidget(m_histogramChart);
     m_histogramSplitter->addWidget(new QFrame(m_histogramSplitter));
     connect(m_histogramChart, SIGNAL(dataSetSelected()), this, SLOT(updateHistogramData()));
-    // The random orientations come with the derived attributes: until the window has the slot
-    // that writes them, the button's signal reaches only those who listen to the panel.
-    if (metaObject()->indexOfSlot("createRandomOrientationAttributes()") >= 0)
-        connect(m_histogramChart, SIGNAL(createRandomOrientation()), this, SLOT(createRandomOrientationAttributes()));
+    connect(m_histogramChart, SIGNAL(createRandomOrientation()), this, SLOT(createRandomOrientationAttributes()));
     m_histogramChart->setDataRoot(m_dataRoot);
 }
 

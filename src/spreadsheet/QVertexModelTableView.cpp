@@ -257,10 +257,10 @@ void QVertexModelTableView::updateView()
     if (!m)
         return;
     m->updateModel(-1, std::vector<int>());
-    if (QSortFilterProxyVertexItemModel* proxy = proxyModel()) {
-        proxy->invalidate();
+    // reset() filters and sorts the rows afresh inside its own reset; an invalidate() before it
+    // would walk a million rows once more for nothing.
+    if (QSortFilterProxyVertexItemModel* proxy = proxyModel())
         proxy->reset();
-    }
     resizeColumnsToHeaderContents();
     m_isEmpty = m->columnCount() == 0;
 }

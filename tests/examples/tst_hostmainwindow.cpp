@@ -30,6 +30,7 @@ class TestHostMainWindow : public QObject
     Q_OBJECT
 private slots:
     void openAndUndo();
+    void undoDerivedColumns();
     void badFiles_data();
     void badFiles();
     void tabsAndSelection_data();
@@ -77,6 +78,34 @@ void TestHostMainWindow::openAndUndo()
     QVERIFY(w.openCsv(QStringLiteral(RK_SAMPLE_CSV), true));
     QCOMPARE(w.analyser()->dataRoot()->childCount(), 2);
     QCOMPARE(w.analyser()->dataRoot()->child(1)->name(), QStringLiteral("sample_well_1"));
+}
+
+// The histogram's random orientations arrive as a new group; Edit > Undo takes the group and
+// its columns out of the table again, and Redo brings them back.
+void TestHostMainWindow::undoDerivedColumns()
+{
+    HostMainWindow w;
+    QVERIFY(w.openCsv(QStringLiteral(RK_SAMPLE_CSV), true));
+    rkBase::QVertexItemModel* model = w.analyser()->vertexItemModel();
+    MatrixData* root = w.analyser()->dataRoot();
+    const int columns = model->columnCount();
+    // The button sits in the two-sample test's box, which the user ticks first.
+    rkBase::QHistogramChartWidget* histogram = w.analyser()->histogramChart();
+    histogram->findChild<QGroupBox*>(QStringLiteral("twoSampleTestGroupBox"))->setChecked(true);
+    auto* button = histogram->findChild<QPushButton*>(QStringLiteral("createRandomOrientation"));
+    QVERIFY(button && button->isEnabled());
+    button->click();
+    QVERIFY(root->getNodeFromName(QStringLiteral("Random:Dip")));
+    QCOMPARE(model->columnCount(), columns + 2);
+    QAction* undo = action(w, QStringLiteral("Undo"));
+    QVERIFY(undo->isEnabled());
+    QVERIFY(undo->text().contains(QStringLiteral("Random Orientations")));
+    undo->trigger();
+    QVERIFY(!root->getNodeFromName(QStringLiteral("Orientation Data")));
+    QCOMPARE(model->columnCount(), columns);
+    action(w, QStringLiteral("Redo"))->trigger();
+    QVERIFY(root->getNodeFromName(QStringLiteral("Random:Dip Azimuth")));
+    QCOMPARE(model->columnCount(), columns + 2);
 }
 
 void TestHostMainWindow::badFiles_data()

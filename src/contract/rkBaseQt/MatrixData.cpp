@@ -554,11 +554,9 @@ void MatrixData::setDefaultValue1(const QVariant& value)
             c->setDefaultValue1(value);
         return;
     }
-    CellColumn* c = cells(0);
-    if (!c)
-        return;
-    for (int r = 0; r < c->size(); ++r)
-        c->set(r, value);
+    // One conversion for the whole column: blanking or resetting a million rows is a fill.
+    if (CellColumn* c = cells(0))
+        c->fill(value);
 }
 
 void MatrixData::insertValue(int row, const QVariant& value)
