@@ -440,6 +440,15 @@ rkBase::QScatDepthPlotWidget* HostMainWindow::scatWindow()
         m_scat->readSettings();
         connect(m_scat, SIGNAL(createWellMarkers()), this, SLOT(createWellMarkers()));
         connect(m_scat, SIGNAL(deleteWellMarkers()), this, SLOT(deleteWellMarkers()));
+        // This host has no map view to draw a section in: it says what it was asked for.
+        connect(m_scat, &rkBase::QScatDepthPlotWidget::createSection, this,
+                [this](const QString& name, double azimuth, double halfWidth) {
+                    statusBar()->showMessage(tr("Section %1 along %2\u00b0, %3 either side of the well.")
+                                                 .arg(name)
+                                                 .arg(azimuth, 0, 'f', 1)
+                                                 .arg(halfWidth, 0, 'f', 1),
+                                             6000);
+                });
         connect(m_scat, &rkBase::QScatDepthPlotWidget::dataPointsSelection, m_analyser,
                 &rkBase::QDataAnalyserDialog::setNewRowSelectionFromGraphicalSelection);
         // A dip analysis usually starts from the direction of the structure's dip: T along

@@ -170,6 +170,7 @@ QScatDepthPlotWidget::QScatDepthPlotWidget(QWidget* parent, MatrixData* root, Qt
     connect(ui.selectScenarioComboBox, SIGNAL(activated(int)), this, SLOT(slotSelectScenario(int)));
     connect(ui.createWellMarkersBtn, SIGNAL(clicked()), this, SIGNAL(createWellMarkers()));
     connect(ui.deleteWellMarkersBtn, SIGNAL(clicked()), this, SIGNAL(deleteWellMarkers()));
+    connect(ui.createSectionBtn, SIGNAL(clicked()), this, SLOT(slotCreateSection()));
     ui.closeScenarioBtn->setEnabled(ui.selectScenarioComboBox->count() > 0);
     enableTandLeditBoxes();
     blackWhiteSwitch();

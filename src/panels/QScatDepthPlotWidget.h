@@ -187,12 +187,17 @@ public slots:
     void slotOpenScenario();
     void slotSaveScenario();
     void slotCloseScenario();
+    // Asks for a section through the well, the T direction offered, and passes it to the host.
+    void slotCreateSection();
     void slotSelectScenario(int index);
 
 signals:
     void dataPointsSelection(const boost::dynamic_bitset<>& rows);
     void createWellMarkers();
     void deleteWellMarkers();
+    // A section the user asked for through the well: its name, the azimuth it runs along in
+    // degrees [0, 360) and how far it reaches on each side, in the depth unit.
+    void createSection(const QString& name, double azimuth, double halfWidth);
     void requestUpdateWellDataFromModel();
 
 private:

@@ -6,6 +6,7 @@
 #include "ui_QScatDepthPlotWidget.h"
 
 #include "DepthLineField.h"
+#include "SectionCreationDialog.h"
 
 #include <MatrixData.h>
 #include <MatrixDataProxy.h>
@@ -533,5 +534,14 @@ void QScatDepthPlotWidget::seedScenarios(const QString& markerName, bool tops)
 void QScatDepthPlotWidget::initializeStructuralInterpretation() { seedScenarios(QStringLiteral("SCAT"), false); }
 
 void QScatDepthPlotWidget::initializeTopsForStructuralInterpretation() { seedScenarios(QStringLiteral("Horizon"), true); }
+
+void QScatDepthPlotWidget::slotCreateSection()
+{
+    // Across the strike is where a section shows the structure: the T direction, the direction
+    // in which the dips change most, is offered as the azimuth.
+    SectionCreationDialog dialog(tDirection(), this);
+    if (dialog.exec() == QDialog::Accepted)
+        emit createSection(dialog.sectionName(), dialog.azimuth(), dialog.halfWidth());
+}
 
 } // namespace rkBase

@@ -5,9 +5,11 @@
 #include <DepthLineField.h>
 #include <QCrossPlot.h>
 #include <QScatDepthPlotWidget.h>
+#include <SectionCreationDialog.h>
 #include <QUnitLineEdit.h>
 #include <QIntSpinBoxWithSlider.h>
 
+#include <QApplication>
 #include <QCheckBox>
 #include <QDoubleSpinBox>
 #include <QRadioButton>
@@ -138,6 +140,8 @@ private slots:
     void closeAfterPickBetweenTopsAsks_data();
     void closeAfterPickBetweenTopsAsks();
     void saveUnderTakenName();
+    void sectionOffersTheTDirection_data();
+    void sectionOffersTheTDirection();
     void importDamagedFile();
     void closingTheLastScenario();
     void dragPastThePlotAndDeleteTheLast();
@@ -684,6 +688,48 @@ void TestScatDepthPlotWidget::settingsRoundTrip()
     QCOMPARE(again.w->plot(Track::TransverseDipTrack)->lineColor(), QColor(10, 20, 30));
     QCOMPARE(again.w->azimuthItemModel()->pointPixelSize(), 2);
     QCOMPARE(again.child<QSpinBox>("m_pqVertexFilterSpinBox")->value(), 3);
+}
+
+void TestScatDepthPlotWidget::sectionOffersTheTDirection_data()
+{
+    QTest::addColumn<double>("t");
+    QTest::addColumn<bool>("accept");
+    QTest::newRow("T 135, accepted") << 135.0 << true;
+    QTest::newRow("T 0 is a direction too") << 0.0 << true;
+    QTest::newRow("cancelled") << 135.0 << false;
+}
+
+// The button asks for a section with the T direction filled in, and the host hears of it only
+// when the user accepts.
+void TestScatDepthPlotWidget::sectionOffersTheTDirection()
+{
+    QFETCH(double, t);
+    QFETCH(bool, accept);
+    Well well;
+    Window win(well);
+    win.w->findChild<QCheckBox*>(QStringLiteral("keepTandLCheckBox"))->setChecked(false);
+    win.w->updateTandLdirection(t, std::fmod(t + 90.0, 360.0));
+    QSignalSpy sections(win.w.get(), &QScatDepthPlotWidget::createSection);
+    double offered = -1.0;
+    QTimer::singleShot(0, [&] {
+        auto* dialog = qobject_cast<SectionCreationDialog*>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        offered = dialog->azimuth();
+        dialog->setSectionName(QStringLiteral("A-A'"));
+        if (accept)
+            dialog->accept();
+        else
+            dialog->reject();
+    });
+    win.child<QPushButton>("createSectionBtn")->click();
+    QCOMPARE(offered, t);
+    QCOMPARE(sections.count(), accept ? 1 : 0);
+    if (accept) {
+        QCOMPARE(sections.at(0).at(0).toString(), QStringLiteral("A-A'"));
+        QCOMPARE(sections.at(0).at(1).toDouble(), t);
+        QCOMPARE(sections.at(0).at(2).toDouble(), 500.0);
+    }
 }
 
 QTEST_MAIN(TestScatDepthPlotWidget)
