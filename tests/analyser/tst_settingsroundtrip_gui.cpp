@@ -76,8 +76,6 @@ bool isEditOfAnotherControl(const QLineEdit* edit)
     return qobject_cast<QAbstractSpinBox*>(edit->parentWidget()) || qobject_cast<QComboBox*>(edit->parentWidget());
 }
 
-const char* const kColorProperty = "rkPanelColor";
-
 // Every control of every panel by "<panel>/<object name>", with the state a user sees.
 using Controls = QMap<QString, QWidget*>;
 
@@ -103,7 +101,7 @@ Controls controlsOf(QDataAnalyserDialog& d)
                                  || qobject_cast<QAbstractSlider*>(w) || qobject_cast<QSplitter*>(w)
                                  || (qobject_cast<QGroupBox*>(w) && static_cast<QGroupBox*>(w)->isCheckable())
                                  || (qobject_cast<QLineEdit*>(w) && !isEditOfAnotherControl(static_cast<QLineEdit*>(w)))
-                                 || (qobject_cast<QPushButton*>(w) && w->property(kColorProperty).isValid());
+                                 || (qobject_cast<QPushButton*>(w) && PanelColorButton::color(static_cast<QPushButton*>(w)).isValid());
             const QString key = p.first + QLatin1Char('/') + name;
             if (control && kept(key))
                 out.insert(key, w);
@@ -115,7 +113,7 @@ Controls controlsOf(QDataAnalyserDialog& d)
 QVariant stateOf(QWidget* w)
 {
     if (auto* b = qobject_cast<QPushButton*>(w))
-        return b->property(kColorProperty).value<QColor>().name();
+        return PanelColorButton::color(b).name();
     if (auto* b = qobject_cast<QAbstractButton*>(w))
         return b->isChecked();
     if (auto* g = qobject_cast<QGroupBox*>(w))
