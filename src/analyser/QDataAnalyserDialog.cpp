@@ -5,6 +5,7 @@
 
 #include <DisplayUnitManager.h>
 #include <MatrixData.h>
+#include <PanelSettings.h>
 #include <QAttributeTreeView.h>
 #include <QCrossPlotWidget.h>
 #include <QDepthPlotWidget.h>
@@ -943,7 +944,8 @@ void QDataAnalyserDialog::createDataDecimationAttribute(QRelationshipItemModel*,
 void QDataAnalyserDialog::readSettings(const QString& mainGroup)
 {
     m_settingsMainGroup = mainGroup;
-    QSettings settings;
+    PanelSettings::Shared shared;
+    QSettings& settings = shared.settings();
     settings.beginGroup(settingsPath());
     const QString path = settings.value(QStringLiteral("path")).toString();
     if (!path.isEmpty())
@@ -975,7 +977,8 @@ void QDataAnalyserDialog::readSettings(const QString& mainGroup)
 
 void QDataAnalyserDialog::saveSettings()
 {
-    QSettings settings;
+    PanelSettings::Shared shared;
+    QSettings& settings = shared.settings();
     settings.beginGroup(settingsPath());
     settings.setValue(QStringLiteral("path"), m_absolutePath);
     settings.endGroup();

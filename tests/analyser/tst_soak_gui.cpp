@@ -29,8 +29,13 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include <cstdio>
 #include <functional>
 #include <random>
+
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/common_interface_defs.h>
+#endif
 
 using namespace rkBase;
 
@@ -47,6 +52,18 @@ const char* const kDerivedAttributeButtons[] = {
     "deleteIntervalsPushButton",
 };
 
+// Where the walk is, for a crash report: a sanitizer that stops the process names it as well.
+quint32 g_seed = 0;
+int g_action = -1;
+const char* g_actionName = "";
+
+#if defined(__SANITIZE_ADDRESS__)
+void reportPosition()
+{
+    std::fprintf(stderr, "soak: stopped at seed %u, action %d (%s)\n", g_seed, g_action, g_actionName);
+}
+#endif
+
 int envInt(const char* name, int def)
 {
     bool ok = false;
@@ -57,12 +74,17 @@ int envInt(const char* name, int def)
 class Walk
 {
 public:
+    // Takes the spare root, the tree the window is not showing, and deletes whichever that is
+    // at the end; the window deletes the one it shows.
     Walk(QDataAnalyserDialog& d, MatrixData* spareRoot, quint32 seed) : m_d(d), m_spare(spareRoot), m_random(seed)
     {
         for (QComboBox* c : d.findChildren<QComboBox*>())
             if (isColumnBox(c))
                 m_columnBoxes << c;
     }
+    ~Walk() { delete m_spare; }
+    Walk(const Walk&) = delete;
+    Walk& operator=(const Walk&) = delete;
 
     // Runs one action chosen by weight; returns its name.
     QString step()
@@ -90,6 +112,7 @@ public:
         int pick = below(total);
         for (const Action& a : actions) {
             if (pick < a.weight) {
+                g_actionName = a.name;
                 (this->*a.run)();
                 return QLatin1String(a.name);
             }
@@ -116,8 +139,6 @@ public:
         }
         return {};
     }
-
-    MatrixData* spareRoot() const { return m_spare; }
 
 private:
     int below(int n) { return n > 0 ? int(m_random() % quint32(n)) : 0; }
@@ -302,6 +323,10 @@ void TestSoak::walk()
     const int count = envInt("RK_SOAK_ACTIONS", 20000);
     const quint32 seed = quint32(envInt("RK_SOAK_SEED", 20231));
     qInfo("soak: %d actions, seed %u (RK_SOAK_ACTIONS, RK_SOAK_SEED)", count, seed);
+    g_seed = seed;
+#if defined(__SANITIZE_ADDRESS__)
+    __sanitizer_set_death_callback(reportPosition);
+#endif
 
     // Nothing may wait for a person: colour dialogs give no colour, questions are answered, and
     // any other dialog that opens is closed and reported.
@@ -337,6 +362,7 @@ void TestSoak::walk()
     clock.start();
     QMap<QString, QPair<int, qint64>> spent;
     for (int i = 0; i < count; ++i) {
+        g_action = i;
         QElapsedTimer one;
         one.start();
         const QString action = walk.step();
@@ -355,8 +381,6 @@ void TestSoak::walk()
     qInfo("soak: %d actions in %lld ms", count, clock.elapsed());
     for (auto it = spent.begin(); it != spent.end(); ++it)
         qInfo("  %-18s %6d x %8.2f ms", qPrintable(it.key()), it->first, it->second / 1e6 / std::max(1, it->first));
-    // The window deletes the root it holds; the other one is the test's.
-    delete walk.spareRoot();
     PanelColorButton::setColorDialog({});
 }
 
