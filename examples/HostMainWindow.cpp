@@ -22,6 +22,7 @@
 #include <QAbstractButton>
 #include <QAction>
 #include <QComboBox>
+#include <QCloseEvent>
 #include <QDoubleSpinBox>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -92,6 +93,14 @@ HostMainWindow::HostMainWindow(QWidget* parent)
 }
 
 HostMainWindow::~HostMainWindow() = default;
+
+void HostMainWindow::closeEvent(QCloseEvent* event)
+{
+    m_analyser->saveSettings();
+    if (m_scat)
+        m_scat->writeSettings();
+    QMainWindow::closeEvent(event);
+}
 
 bool HostMainWindow::openCsv(const QString& fileName, bool quiet)
 {

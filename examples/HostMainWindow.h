@@ -72,6 +72,10 @@ public slots:
     void createWellMarkers();
     void deleteWellMarkers();
 
+protected:
+    // The window's splitters and panel controls are kept for the next start.
+    void closeEvent(QCloseEvent* event) override;
+
 private:
     // The columns the chart tabs open on, chosen by name on a freshly loaded sheet.
     void chooseChartColumns();

@@ -5,6 +5,7 @@
 
 #include <DisplayUnitManager.h>
 #include <MatrixData.h>
+#include <PanelSettings.h>
 #include <QAttributeTreeView.h>
 #include <QCrossPlotWidget.h>
 #include <QDepthPlotWidget.h>
@@ -932,7 +933,8 @@ void QDataAnalyserDialog::clearAllSelections()
 void QDataAnalyserDialog::readSettings(const QString& mainGroup)
 {
     m_settingsMainGroup = mainGroup;
-    QSettings settings;
+    PanelSettings::Shared shared;
+    QSettings& settings = shared.settings();
     settings.beginGroup(settingsPath());
     const QString path = settings.value(QStringLiteral("path")).toString();
     if (!path.isEmpty())
@@ -964,7 +966,8 @@ void QDataAnalyserDialog::readSettings(const QString& mainGroup)
 
 void QDataAnalyserDialog::saveSettings()
 {
-    QSettings settings;
+    PanelSettings::Shared shared;
+    QSettings& settings = shared.settings();
     settings.beginGroup(settingsPath());
     settings.setValue(QStringLiteral("path"), m_absolutePath);
     settings.endGroup();

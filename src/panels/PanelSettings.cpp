@@ -11,22 +11,35 @@
 
 namespace rkBase {
 
-PanelSettings::PanelSettings(const QString& prefix) : m_prefix(prefix) {}
+namespace {
+PanelSettings::Shared* g_shared = nullptr;
+} // namespace
 
-void PanelSettings::beginGroup(const QString& name) { m_settings.beginGroup(m_prefix + name); }
+PanelSettings::Shared::Shared() : m_previous(g_shared) { g_shared = this; }
 
-void PanelSettings::endGroup() { m_settings.endGroup(); }
+PanelSettings::Shared::~Shared() { g_shared = m_previous; }
+
+PanelSettings::PanelSettings(const QString& prefix)
+    : m_own(g_shared ? nullptr : std::make_unique<QSettings>()),
+      m_settings(g_shared ? &g_shared->settings() : m_own.get()),
+      m_prefix(prefix)
+{
+}
+
+void PanelSettings::beginGroup(const QString& name) { m_settings->beginGroup(m_prefix + name); }
+
+void PanelSettings::endGroup() { m_settings->endGroup(); }
 
 void PanelSettings::writeColor(const QString& key, const QColor& colour)
 {
     MatrixData holder(QString(), 0, 1, QVariant::Double);
     holder.setColor(colour);
-    m_settings.setValue(key, holder.colorHexaString());
+    m_settings->setValue(key, holder.colorHexaString());
 }
 
 bool PanelSettings::readBool(const QString& key, bool def) const
 {
-    const QVariant v = m_settings.value(key);
+    const QVariant v = m_settings->value(key);
     if (v.type() == QVariant::Bool)
         return v.toBool();
     const QString text = v.toString().trimmed().toLower();
@@ -40,20 +53,20 @@ bool PanelSettings::readBool(const QString& key, bool def) const
 int PanelSettings::readInt(const QString& key, int def, int minimum, int maximum) const
 {
     bool ok = false;
-    const int v = m_settings.value(key).toString().trimmed().toInt(&ok);
+    const int v = m_settings->value(key).toString().trimmed().toInt(&ok);
     return ok && v >= minimum && v <= maximum ? v : def;
 }
 
 double PanelSettings::readDouble(const QString& key, double def, double minimum, double maximum) const
 {
     bool ok = false;
-    const double v = m_settings.value(key).toString().trimmed().toDouble(&ok);
+    const double v = m_settings->value(key).toString().trimmed().toDouble(&ok);
     return ok && std::isfinite(v) && v >= minimum && v <= maximum ? v : def;
 }
 
 QString PanelSettings::readString(const QString& key, const QString& def) const
 {
-    const QVariant v = m_settings.value(key);
+    const QVariant v = m_settings->value(key);
     if (!v.isValid() || !v.canConvert<QString>())
         return def;
     return v.toString();
@@ -61,7 +74,7 @@ QString PanelSettings::readString(const QString& key, const QString& def) const
 
 QColor PanelSettings::readColor(const QString& key, const QColor& def) const
 {
-    const QString text = m_settings.value(key).toString();
+    const QString text = m_settings->value(key).toString();
     if (text.isEmpty())
         return def;
     const QColor colour = MatrixData::colorFromHexaString(text);
@@ -71,7 +84,7 @@ QColor PanelSettings::readColor(const QString& key, const QColor& def) const
 QList<int> PanelSettings::readIntList(const QString& key) const
 {
     QList<int> out;
-    for (const QVariant& v : m_settings.value(key).toList()) {
+    for (const QVariant& v : m_settings->value(key).toList()) {
         bool ok = false;
         const int n = v.toInt(&ok);
         if (!ok || n < 0)
@@ -131,9 +144,9 @@ void PanelSettings::writeSplitters(const QSplitter* side, const QSplitter* legen
 void PanelSettings::readSplitters(QSplitter* side, QSplitter* legend)
 {
     beginGroup(QStringLiteral("splitter_sizes"));
-    side->restoreState(m_settings.value(QStringLiteral("side_panel_splitter")).toByteArray());
+    side->restoreState(m_settings->value(QStringLiteral("side_panel_splitter")).toByteArray());
     if (legend)
-        legend->restoreState(m_settings.value(QStringLiteral("legend_splitter")).toByteArray());
+        legend->restoreState(m_settings->value(QStringLiteral("legend_splitter")).toByteArray());
     endGroup();
 }
 

@@ -11,6 +11,8 @@
 #include <QString>
 #include <QVariant>
 
+#include <memory>
+
 class QAbstractButton;
 class QComboBox;
 class QDoubleSpinBox;
@@ -22,13 +24,30 @@ namespace rkBase {
 class PanelSettings
 {
 public:
+    // While one lives, every PanelSettings goes through its QSettings: a window that saves all
+    // its panels in a row writes the file once, not once per panel (each write replaces the
+    // whole file and waits for the disk).
+    class Shared
+    {
+    public:
+        Shared();
+        ~Shared();
+        Shared(const Shared&) = delete;
+        Shared& operator=(const Shared&) = delete;
+        QSettings& settings() { return m_settings; }
+
+    private:
+        QSettings m_settings;
+        Shared* m_previous;
+    };
+
     explicit PanelSettings(const QString& prefix);
 
     void beginGroup(const QString& name);
     void endGroup();
-    QSettings& settings() { return m_settings; }
+    QSettings& settings() { return *m_settings; }
 
-    void write(const QString& key, const QVariant& value) { m_settings.setValue(key, value); }
+    void write(const QString& key, const QVariant& value) { m_settings->setValue(key, value); }
     void writeColor(const QString& key, const QColor& colour);
 
     // "true"/"false", 1/0 or a bool; anything else gives def.
@@ -54,7 +73,8 @@ public:
     void readSplitters(QSplitter* side, QSplitter* legend = nullptr);
 
 private:
-    QSettings m_settings;
+    std::unique_ptr<QSettings> m_own;
+    QSettings* m_settings;
     QString m_prefix;
 };
 

@@ -681,8 +681,12 @@ void QHistogramChartWidget::readSettings(const QString& prefix)
     m_settingsPrefix = prefix;
     PanelSettings s(prefix);
     s.readSplitters(sidePanelSplitter);
-    for (QWidget* w : std::initializer_list<QWidget*>{Display, KolmogorovTest, Annotation, widget2})
-        w->setStyleSheet(QStringLiteral("QWidget#%1 { background-color: white }").arg(w->objectName()));
+    // A style sheet set again, even the same one, polishes the page's whole subtree anew.
+    for (QWidget* w : std::initializer_list<QWidget*>{Display, KolmogorovTest, Annotation, widget2}) {
+        const QString sheet = QStringLiteral("QWidget#%1 { background-color: white }").arg(w->objectName());
+        if (w->styleSheet() != sheet)
+            w->setStyleSheet(sheet);
+    }
 }
 
 void QHistogramChartWidget::writeSettings()

@@ -6,7 +6,8 @@
 #include <MatrixData.h>
 
 #include <QLocale>
-#include <QSettings>
+#include "PanelSettings.h"
+
 #include <QSignalBlocker>
 
 #include <algorithm>
@@ -278,47 +279,51 @@ void QRKEBarChartWidget::slotVerticalSliderChanged(int value)
 void QRKEBarChartWidget::readSettings(const QString& group)
 {
     m_settingsGroup = group;
-    QSettings settings;
-    settings.beginGroup(group + QStringLiteral("display"));
-    const int mode = settings.value(QStringLiteral("bar_mode"), 0).toInt();
+    PanelSettings s(group);
+    s.beginGroup(QStringLiteral("display"));
+    const int mode = s.readInt(QStringLiteral("bar_mode"), 0, 0, 2);
     setBarMode(mode == 1 ? QBarDiagramWidget::StackedBars
                          : mode == 2 ? QBarDiagramWidget::PercentBars : QBarDiagramWidget::NormalBars);
     {
         const QSignalBlocker blocker(m_pqUi->m_pqRowsPerBarSpinBox);
-        m_pqUi->m_pqRowsPerBarSpinBox->setValue(
-            std::max(0, settings.value(QStringLiteral("rows_per_bar"), m_pqUi->m_pqRowsPerBarSpinBox->value()).toInt()));
+        s.readInto(m_pqUi->m_pqRowsPerBarSpinBox, QStringLiteral("rows_per_bar"), m_pqUi->m_pqRowsPerBarSpinBox->value());
     }
-    m_labelColumnName = settings.value(QStringLiteral("label_column"), QString()).toString();
-    m_pqUi->m_pqShowGridCheckBox->setChecked(settings.value(QStringLiteral("show_grid"), true).toBool());
-    m_pqUi->m_pqShowLegendCheckBox->setChecked(settings.value(QStringLiteral("show_legend"), true).toBool());
-    const double zoom = std::clamp(settings.value(QStringLiteral("zoom_factor"), 1.0).toDouble(), 1.0, 20.0);
-    const bool zoomOn = settings.value(QStringLiteral("zoom_factor_on"), false).toBool();
-    settings.endGroup();
+    m_labelColumnName = s.readString(QStringLiteral("label_column"), QString());
+    s.readInto(m_pqUi->m_pqShowGridCheckBox, QStringLiteral("show_grid"), true);
+    s.readInto(m_pqUi->m_pqShowLegendCheckBox, QStringLiteral("show_legend"), true);
+    const bool zoomOn = s.readBool(QStringLiteral("zoom_factor_on"), false);
     {
         const QSignalBlocker blocker(m_pqUi->m_pqZoomSpinBox);
-        m_pqUi->m_pqZoomSpinBox->setValue(zoom);
+        s.readInto(m_pqUi->m_pqZoomSpinBox, QStringLiteral("zoom_factor"), 1.0);
     }
+    const int horizontal = s.readInt(QStringLiteral("zoom_horizontalScrollBar"), 50, 0, 100);
+    const int vertical = s.readInt(QStringLiteral("zoom_verticalScrollBar"), 50, 0, 100);
+    s.endGroup();
     {
         const QSignalBlocker blocker(m_pqUi->m_pqZoomCheckBox);
         m_pqUi->m_pqZoomCheckBox->setChecked(zoomOn);
     }
     slotZoomFactorReset(zoomOn);
+    m_pqUi->m_pqHorizontalScrollBar->setValue(horizontal);
+    m_pqUi->m_pqVerticalScrollBar->setValue(vertical);
     fillCategoryLabelComboBox();
     updateDiagramSettings(false);
 }
 
 void QRKEBarChartWidget::writeSettings()
 {
-    QSettings settings;
-    settings.beginGroup(m_settingsGroup + QStringLiteral("display"));
-    settings.setValue(QStringLiteral("bar_mode"), static_cast<int>(barMode()));
-    settings.setValue(QStringLiteral("rows_per_bar"), m_pqUi->m_pqRowsPerBarSpinBox->value());
-    settings.setValue(QStringLiteral("label_column"), m_labelColumnName);
-    settings.setValue(QStringLiteral("show_grid"), m_pqUi->m_pqShowGridCheckBox->isChecked());
-    settings.setValue(QStringLiteral("show_legend"), m_pqUi->m_pqShowLegendCheckBox->isChecked());
-    settings.setValue(QStringLiteral("zoom_factor_on"), m_pqUi->m_pqZoomCheckBox->isChecked());
-    settings.setValue(QStringLiteral("zoom_factor"), m_pqUi->m_pqZoomSpinBox->value());
-    settings.endGroup();
+    PanelSettings s(m_settingsGroup);
+    s.beginGroup(QStringLiteral("display"));
+    s.write(QStringLiteral("bar_mode"), static_cast<int>(barMode()));
+    s.write(QStringLiteral("rows_per_bar"), m_pqUi->m_pqRowsPerBarSpinBox->value());
+    s.write(QStringLiteral("label_column"), m_labelColumnName);
+    s.write(QStringLiteral("show_grid"), m_pqUi->m_pqShowGridCheckBox->isChecked());
+    s.write(QStringLiteral("show_legend"), m_pqUi->m_pqShowLegendCheckBox->isChecked());
+    s.write(QStringLiteral("zoom_factor_on"), m_pqUi->m_pqZoomCheckBox->isChecked());
+    s.write(QStringLiteral("zoom_factor"), m_pqUi->m_pqZoomSpinBox->value());
+    s.write(QStringLiteral("zoom_horizontalScrollBar"), m_pqUi->m_pqHorizontalScrollBar->value());
+    s.write(QStringLiteral("zoom_verticalScrollBar"), m_pqUi->m_pqVerticalScrollBar->value());
+    s.endGroup();
 }
 
 } // namespace rkBase

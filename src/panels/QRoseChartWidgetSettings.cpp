@@ -67,9 +67,11 @@ void QRoseChartWidget::readSettings(const QString& prefix)
     s.readSplitters(m_pqSidePanelSplitter, m_pqLegendSplitter);
 
     s.beginGroup(QStringLiteral("display"));
+    // A stored "None", or a name the sheet no longer holds, leaves the panel's own choice, so
+    // that a rose opened on a new sheet still shows a data set.
     const QString dataSet = s.readString(QStringLiteral("rose_plot_selected_data_set"), none);
-    if (dataSet != none || m_pqRoseDataSetComboBox->count() <= 1)
-        PanelComboBoxes::selectTextOrNone(m_pqRoseDataSetComboBox, dataSet);
+    if (dataSet != none)
+        PanelComboBoxes::selectText(m_pqRoseDataSetComboBox, dataSet);
     s.readInto(m_pqIntervalSizeSpinBox, QStringLiteral("rose_plot_interval_size"), m_pqIntervalSizeSpinBox->value());
     m_interval = m_pqIntervalSizeSpinBox->value();
     s.readRadios({{m_pqRosePlotRadioButton, QStringLiteral("show_direction_as_rose_plot")},

@@ -18,9 +18,13 @@
 #include <QtTest>
 
 #include <QAction>
+#include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QMenuBar>
+#include <QSettings>
+#include <QSpinBox>
+#include <QSplitter>
 #include <QTemporaryDir>
 
 using rkBase::MatrixData;
@@ -40,6 +44,7 @@ private slots:
     void setControl_data();
     void setControl();
     void scatWellMarkers();
+    void closingKeepsTheWindow();
 };
 
 namespace {
@@ -269,4 +274,32 @@ void TestHostMainWindow::scatWellMarkers()
 }
 
 QTEST_MAIN(TestHostMainWindow)
+void TestHostMainWindow::closingKeepsTheWindow()
+{
+    QSettings().clear();
+    QByteArray tree;
+    {
+        HostMainWindow w;
+        w.resize(1200, 800);
+        w.show();
+        QVERIFY(w.openCsv(QStringLiteral(RK_SAMPLE_CSV), true));
+        QSplitter* splitter = w.analyser()->treeSplitter();
+        splitter->setSizes({230, 900});
+        tree = splitter->saveState();
+        QVERIFY(w.showTab(QStringLiteral("CROSSPLOT")));
+        QVERIFY(w.setControl(QStringLiteral("m_pqShowGrid"), QStringLiteral("false")));
+        QVERIFY(w.setControl(QStringLiteral("m_pqPixelSizeSpinBox"), QStringLiteral("5")));
+        QVERIFY(w.close());
+    }
+    // The next start, before any file is opened.
+    HostMainWindow next;
+    QCOMPARE(next.analyser()->treeSplitter()->saveState(), tree);
+    auto* grid = next.analyser()->crossPlotChart()->findChild<QCheckBox*>(QStringLiteral("m_pqShowGrid"));
+    auto* size = next.analyser()->crossPlotChart()->findChild<QSpinBox*>(QStringLiteral("m_pqPixelSizeSpinBox"));
+    QVERIFY(grid && size);
+    QVERIFY(!grid->isChecked());
+    QCOMPARE(size->value(), 5);
+    QSettings().clear();
+}
+
 #include "tst_hostmainwindow.moc"
