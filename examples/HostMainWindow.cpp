@@ -50,6 +50,9 @@ HostMainWindow::HostMainWindow(QWidget* parent)
     m_analyser->dataRoot()->setRegistry(m_registry);
     m_analyser->initialize(QStringLiteral("demo"), nullptr, m_registry, Qt::Horizontal, false, true, true, true, true,
                            true, 1, false, false);
+    // A cell typed over must come back with Edit > Undo, as every other change does.
+    if (m_analyser->vertexItemModel())
+        m_analyser->vertexItemModel()->enableUndoRedo(true);
     setCentralWidget(m_analyser);
 
     QMenu* file = menuBar()->addMenu(tr("&File"));
