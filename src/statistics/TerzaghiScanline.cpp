@@ -18,7 +18,9 @@ TerzaghiScanline::TerzaghiScanline(double plunge, double azimuth, double minimum
       // An unset (NaN) scanline would normalise to the zero vector and pass at 90 degrees.
       m_defined(std::isfinite(plunge) && std::isfinite(azimuth)),
       m_line(m_defined ? lineUnitVector(plunge, azimuth).normalize() : gdfVertex()),
-      m_sinPlunge(std::sin(plunge * kDegToRad))
+      m_sinPlunge(std::sin(plunge * kDegToRad)),
+      m_passCosine(minimumAngle >= 0.0 && minimumAngle <= 90.0 ? std::sin(minimumAngle * kDegToRad)
+                                                                : std::numeric_limits<double>::quiet_NaN())
 {
 }
 
@@ -39,6 +41,24 @@ bool TerzaghiScanline::angle(QPointF const& plane, double& alpha) const
         alpha = 180.0 - alpha;
     // A NaN minimum angle fails here as well.
     return m_minimumAngle <= 90.0 - alpha;
+}
+
+bool TerzaghiScanline::corrects(QPointF const& plane) const
+{
+    if (!m_defined)
+        return false;
+    gdfVertex pole;
+    QRelationshipItemModel::poleInCartesianCoord(plane.x(), plane.y(), pole.x(), pole.y(), pole.z());
+    const double c = std::abs(m_line * pole.normalize());
+    // A cosine 1e-9 away is an angle at least 5e-8 degrees away, far beyond the rounding of
+    // the arc cosine, so the answer is the same as angle()'s.
+    constexpr double kMargin = 1e-9;
+    if (c > m_passCosine + kMargin)
+        return true;
+    if (c < m_passCosine - kMargin)
+        return false;
+    double alpha;
+    return angle(plane, alpha);
 }
 
 double TerzaghiScanline::cosine(QPointF const& plane) const
@@ -63,8 +83,7 @@ std::vector<double> TerzaghiScanline::weights(const QRelationshipItemModel& mode
     std::vector<double> cosines(std::size_t(std::max(rows, 0)), kNone);
     const TerzaghiScanline scanline(model);
     forEachOrientation(data, rows, &readOrientationCell, [&](int row, QPointF const& p, int) {
-        double alpha;
-        if (scanline.angle(p, alpha))
+        if (scanline.corrects(p))
             cosines[std::size_t(row)] = std::abs(scanline.cosine(p));
     });
     // The sum runs in row order so that it rounds as a row-by-row total does.

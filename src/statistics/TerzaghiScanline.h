@@ -26,6 +26,9 @@ public:
     // alpha: the acute angle in degrees between the plane's pole and the scanline. False when
     // the plane is within the minimum angle of parallel, or the scanline is unset.
     bool angle(QPointF const& plane, double& alpha) const;
+    // angle()'s answer without the angle: the arc cosine is taken only for a plane whose pole
+    // lies within a hair of the minimum angle, where it decides.
+    bool corrects(QPointF const& plane) const;
     // The signed cosine of the normalised weight; its inverse magnitude is the raw weight.
     double cosine(QPointF const& plane) const;
 
@@ -40,6 +43,9 @@ private:
     bool m_defined;
     gdfVertex m_line;
     double m_sinPlunge;
+    // sin(minimum angle): a pole passes when its cosine to the scanline reaches it. NaN where the
+    // minimum lies outside 0 to 90 degrees and only the angle itself can tell.
+    double m_passCosine;
 };
 
 } // namespace rkBase
