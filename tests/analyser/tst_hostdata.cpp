@@ -36,6 +36,15 @@ void fillWell(MatrixData* root, bool full)
     add("note", QVariant::String, {none, none, none, none, "x", none}, false);
 }
 
+void clearTree(MatrixData* root)
+{
+    while (root->childCount() > 0) {
+        MatrixData* child = root->child(0);
+        root->removeChild(child);
+        delete child;
+    }
+}
+
 MatrixData* column(MatrixData* root, const char* name)
 {
     return root->getNodeFromName(QString::fromLatin1(name));
@@ -87,11 +96,7 @@ void TestHostData::cleanupTestCase()
 void TestHostData::rebuild(bool full)
 {
     m_root->clearUndoActions();
-    while (m_root->childCount() > 0) {
-        MatrixData* child = m_root->child(0);
-        m_root->removeChild(child);
-        delete child;
-    }
+    clearTree(m_root);
     m_root->setSelected(true, false);
     fillWell(m_root, full);
     m_dialog->updateAllViews(false, false);
@@ -181,11 +186,7 @@ void TestHostData::nothingToAdd()
                 leaf->setSelected(false, false);
         column(m_root, "Dip Data Symbol Style")->setName(QStringLiteral("Symbol"));
     } else if (tree == QLatin1String("empty")) {
-        while (m_root->childCount() > 0) {
-            MatrixData* child = m_root->child(0);
-            m_root->removeChild(child);
-            delete child;
-        }
+        clearTree(m_root);
     }
     const QByteArray before = treeBytes(*m_root);
     for (const char* kind : {"Vertex", "Marker", "Well Curve"})
