@@ -32,6 +32,8 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QSpinBox>
+
+#include <vector>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QToolBox>
@@ -505,18 +507,21 @@ void HostMainWindow::createWellMarkers()
     const auto& depths = tops->lineDepths();
     const auto& rows = tops->originalRowPos();
     const auto& moved = tops->originalDepthChanged();
-    int added = 0;
+    std::vector<std::size_t> fresh;
     for (std::size_t i = 0; i < depths.size(); ++i) {
         const int row = i < rows.size() ? rows[i] : -1;
-        if (row >= 0) {
-            if (i < moved.size() && moved[i] && depth)
-                depth->setValue(row, 0, depths[i]);
-            continue;
-        }
-        // A new last record: every column of the sheet grows by one blank cell.
-        const int at = depth ? depth->rowCount() : sheet->rowCount();
-        sheet->incrementRows(1);
-        ++added;
+        if (row < 0)
+            fresh.push_back(i);
+        else if (i < moved.size() && moved[i] && depth)
+            depth->setValue(row, 0, depths[i]);
+    }
+    // New tops become new last records, added in one step that Edit > Undo takes back.
+    const int added = static_cast<int>(fresh.size());
+    m_analyser->addNewMarkerData(depth ? depth->rowCount() : sheet->rowCount(), added);
+    const int first = m_analyser->firstNewHostRow();
+    for (int k = 0; first >= 0 && k < added; ++k) {
+        const std::size_t i = fresh[std::size_t(k)];
+        const int at = first + k;
         const QPointF o = i < tops->lineOrientations().size() ? tops->lineOrientations()[i] : QPointF();
         const QList<QPair<const char*, QVariant>> cells = {
             {"Measured Depth", depths[i]},

@@ -98,6 +98,12 @@ void DerivedColumnWriter::keep(MatrixData* node)
     m_kept.push_back(node);
 }
 
+void DerivedColumnWriter::record(MatrixDataRestore* restore)
+{
+    if (restore)
+        m_record->addToList(restore, nullptr);
+}
+
 bool DerivedColumnWriter::commit()
 {
     if (!m_root || !m_record || m_record->size() == 0)

@@ -16,6 +16,7 @@
 namespace rkBase {
 
 class MatrixData;
+class MatrixDataRestore;
 class MatrixDataRestoreProxy;
 
 class DerivedColumnWriter
@@ -43,6 +44,9 @@ public:
     // Call before changing a node that this call did not make: its cells and settings come back
     // on undo. A node kept twice, or one made here, is not recorded again.
     void keep(MatrixData* node);
+    // Joins an action that the caller built (rows inserted across the tree) to this call's
+    // record; takes ownership. Actions are undone in the reverse order of their joining.
+    void record(MatrixDataRestore* restore);
     // Hands the record to the root's undo list; false when nothing was recorded.
     bool commit();
 

@@ -109,6 +109,8 @@ public:
     void initializeStratigraphyTestData();
 
     MatrixData* dataRoot() const { return m_dataRoot; }
+    // The first row that the last addNew... call made room for; -1 when it added none.
+    int firstNewHostRow() const { return m_firstNewHostRow; }
     TabWidgetWithFloatingTabs* tabWidget() const { return m_tabWidget; }
     QAttributeTreeView* treeView() const { return m_treeView; }
     QTreeItemModel* treeItemModel() const { return m_treeItemModel; }
@@ -177,6 +179,14 @@ public slots:
     void updateTableViews();
     void updateCellView();
     void initializeFieldDataSheet(bool createDefaultLine);
+    // Room for count host rows at row, each one undo action: a negative row takes the first
+    // free rows of the ticked columns (a row whose cells have no text, "Type" aside) and adds
+    // what is missing after them, or appends. New rows are blank but for "Data_Type", which
+    // tells vertex, marker and well curve records apart. firstNewHostRow() gives the first
+    // row to fill.
+    void addNewVertexData(int row, int count);
+    void addNewMarkerData(int row, int count);
+    void addNewWellCurveData(int row, int count);
     void checkResetChartsUpdateNeeded();
     void setNewRowSelectionFromGraphicalSelection(const boost::dynamic_bitset<>& rows);
     void setNewRowSelectionFromGraphicalStressAnalysisSelection(const boost::dynamic_bitset<>& rows);
@@ -219,6 +229,8 @@ private slots:
     void markAllChartsForUpdate();
 
 private:
+    enum class HostRowKind { Vertex, Marker, WellCurve };
+    int addNewHostRows(HostRowKind kind, int row, int count);
     QWidget* chartPage(const QString& key) const;
     QString settingsPath() const { return m_settingsMainGroup + QLatin1Char('/') + m_settingsGroup; }
     void untickHiddenColumns(bool hideCoordinates);
@@ -249,6 +261,7 @@ private:
     QString m_absolutePath;
     QString m_fileName;
     MatrixData* m_dataRoot;
+    int m_firstNewHostRow = -1;
     TabWidgetWithFloatingTabs* m_tabWidget = nullptr;
     QWidget* m_treeFrame = nullptr;
     QAttributeTreeView* m_treeView = nullptr;

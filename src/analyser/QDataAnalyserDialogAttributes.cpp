@@ -13,6 +13,7 @@
 #include <QAttributeTreeView.h>
 #include <QRelationshipItemModel.h>
 #include <QStereoChartWidget.h>
+#include <TerzaghiScanline.h>
 #include <QVertexItemModel.h>
 #include <UnitRegistry.h>
 
@@ -24,6 +25,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <vector>
 
 namespace rkBase {
 
@@ -186,11 +188,11 @@ void QDataAnalyserDialog::createRotatedAttributes()
 
 void QDataAnalyserDialog::createBiasWeightAttribute(const QString& name, QRelationshipItemModel* model)
 {
-    double total = 0.0;
-    const int count = model && model->data() ? model->totalBiasWeight(total) : 0;
+    const std::vector<double> weights =
+        model && model->data() ? TerzaghiScanline::weights(*model) : std::vector<double>();
     if (writeModelColumn(this, text("Bias Weights"), kOrientationGroup, name, UnitRegistry::CATEGORY_FRACTION, model,
                          [&](int r, double& value) {
-                             value = model->biasCorrection(r, count, total);
+                             value = r < int(weights.size()) ? weights[std::size_t(r)] : 1.0;
                              return true;
                          }))
         finish(this);

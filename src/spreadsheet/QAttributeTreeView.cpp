@@ -33,7 +33,9 @@ QMenu* QAttributeTreeView::createDefaultPopupMenu()
 QMenu* QAttributeTreeView::createPopupMenuForExtendedAnalyser()
 {
     QMenu* menu = createDefaultPopupMenu();
-    QAction* create = menu->addAction(tr("Create Field Data Columns..."), this, SIGNAL(initializeFieldDataSheet()));
+    // The sheet starts with one blank line, so that the user has a row to type into.
+    QAction* create = menu->addAction(tr("Create Field Data Columns..."));
+    connect(create, &QAction::triggered, this, [this] { emit initializeFieldDataSheet(true); });
     create->setShortcut(QKeySequence(QStringLiteral("Ctrl+E")));
     return menu;
 }

@@ -1,13 +1,10 @@
 // Terzaghi weights of the relationship model: planes sampled along a scanline are weighted by
 // the inverse cosine of the angle between their pole and the scanline, and planes too close to
 // parallel with it are left unweighted.
-//
-// Two routes compute the angle and they agree only for a horizontal scanline: the angle test
-// uses the full scanline vector, while the normalised weight drops the cos(plunge) factor of
-// its first term. Both are kept as they are; stored weight attributes depend on them.
 #include "QRelationshipItemModel.h"
 
 #include "OrientationConstants.h"
+#include "TerzaghiScanline.h"
 
 #include <rkUtils.h>
 
@@ -51,25 +48,12 @@ QString QRelationshipItemModel::biasAttributeName() const
 
 bool QRelationshipItemModel::biasAngle(QPointF const& point, double& alpha) const
 {
-    // An unset (NaN) scanline would normalise to the zero vector and pass at 90 degrees.
-    if (!std::isfinite(m_scanline[0]) || !std::isfinite(m_scanline[1]))
-        return false;
-    const gdfVertex s = lineVector(m_scanline[0], m_scanline[1]).normalize();
-    gdfVertex pole;
-    poleInCartesianCoord(point.x(), point.y(), pole.x(), pole.y(), pole.z());
-    pole = pole.normalize();
-    alpha = rkUtils::acos(s * pole) * kRadToDeg;
-    if (alpha > 90.0)
-        alpha = 180.0 - alpha;
-    // A NaN minimum angle fails here as well.
-    return m_scanline[2] <= 90.0 - alpha;
+    return TerzaghiScanline(*this).angle(point, alpha);
 }
 
 double QRelationshipItemModel::terzaghiCosine(QPointF const& point) const
 {
-    const QPointF p = poleToPlane(point, true);
-    return std::cos((p.y() - m_scanline[1]) * kDegToRad) * std::cos(p.x() * kDegToRad)
-        + std::sin(m_scanline[0] * kDegToRad) * std::sin(p.x() * kDegToRad);
+    return TerzaghiScanline(*this).cosine(point);
 }
 
 bool QRelationshipItemModel::canBeBiasCorrected(int row) const

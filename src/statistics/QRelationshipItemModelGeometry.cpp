@@ -7,6 +7,7 @@
 
 #include "FastTrig.h"
 #include "OrientationConstants.h"
+#include "OrientationWalk.h"
 #include "PointColumnWriter.h"
 
 #include <CellColumn.h>
@@ -37,9 +38,7 @@ inline gdfVertex rotate(gdfVertex const& v, gdfVertex const& axis, double cosThe
 
 gdfVertex QRelationshipItemModel::lineVector(double plunge, double azimuth)
 {
-    const double p = plunge * kDegToRad;
-    const double a = azimuth * kDegToRad;
-    return gdfVertex(std::cos(a) * std::cos(p), std::sin(a) * std::cos(p), std::sin(p));
+    return lineUnitVector(plunge, azimuth);
 }
 
 gdfVertex QRelationshipItemModel::rotateVector(gdfVertex const& v, gdfVertex const& axis, double cosTheta,
@@ -50,18 +49,7 @@ gdfVertex QRelationshipItemModel::rotateVector(gdfVertex const& v, gdfVertex con
 
 bool QRelationshipItemModel::readOrientation(const MatrixData* data, int row, QPointF& point)
 {
-    // Stored point cells are read as they are; nodes that compute their cells (or a host's
-    // derived node) go through value().
-    const CellColumn* cells = data->cellColumn(0);
-    if (cells && cells->type() == QVariant::PointF
-        && (typeid(*data) == typeid(MatrixData) || typeid(*data) == typeid(MatrixDataArray)))
-        return cells->point(row, point) && std::isfinite(point.x()) && std::isfinite(point.y());
-    const QVariant v = data->value(row, 0);
-    // isNull() is no test here: a QPointF at the origin is null and still a real orientation.
-    if (!v.isValid() || !v.canConvert<QPointF>())
-        return false;
-    point = v.toPointF();
-    return std::isfinite(point.x()) && std::isfinite(point.y());
+    return readOrientationCell(data, row, point);
 }
 
 void QRelationshipItemModel::poleInCartesianCoord(double dip, double dipDirection, double& x, double& y, double& z)
@@ -337,48 +325,6 @@ struct MeanPoleTriangle {
     }
 };
 
-constexpr int kMaxWalkers = 4;
-
-// Calls visit(row, point, walker) for every row below rows whose orientation readOrientation
-// accepts. Stored point cells are read in place, and a million of them are split between up to
-// kMaxWalkers threads (walker numbers them, for sums kept apart): visit must then touch nothing
-// but its own row and its walker's state. Other nodes go through read (readOrientation), one
-// row after another on this thread, as their value() may not be safe to share.
-template <typename Read, typename Visit>
-void forEachOrientation(const MatrixData* data, int rows, Read read, Visit visit)
-{
-    const CellColumn* cells = data->cellColumn(0);
-    const QPointF* points = cells && cells->type() == QVariant::PointF
-            && (typeid(*data) == typeid(MatrixData) || typeid(*data) == typeid(MatrixDataArray))
-        ? cells->pointData()
-        : nullptr;
-    if (!points) {
-        for (int row = 0; row < rows; ++row) {
-            QPointF p;
-            if (read(data, row, p))
-                visit(row, p, 0);
-        }
-        return;
-    }
-    const std::uint8_t* valid = cells->validData();
-    rows = std::min(rows, cells->size());
-    auto walk = [points, valid, &visit](int first, int last, int walker) {
-        for (int row = first; row < last; ++row) {
-            const QPointF& p = points[row];
-            if (valid[row] && std::isfinite(p.x()) && std::isfinite(p.y()))
-                visit(row, p, walker);
-        }
-    };
-    const int cores = int(std::thread::hardware_concurrency());
-    const int walkers = rows >= 200000 ? std::clamp(cores, 1, kMaxWalkers) : 1;
-    const int share = (rows + walkers - 1) / walkers;
-    std::vector<std::thread> helpers;
-    for (int w = 1; w < walkers; ++w)
-        helpers.emplace_back(walk, std::min(rows, w * share), std::min(rows, (w + 1) * share), w);
-    walk(0, std::min(rows, share), 0);
-    for (std::thread& t : helpers)
-        t.join();
-}
 } // namespace
 
 void QRelationshipItemModel::rotateDataToMeanPole2(QPointF const& mean)
@@ -421,7 +367,7 @@ void QRelationshipItemModel::rotateDataToForNormalQQPlot(QPointF const& mean)
     if (!m_data || !m_rotatedData)
         return;
     // A range per walker, joined afterwards.
-    double minX[kMaxWalkers], minY[kMaxWalkers], maxX[kMaxWalkers], maxY[kMaxWalkers];
+    double minX[kMaxOrientationWalkers], minY[kMaxOrientationWalkers], maxX[kMaxOrientationWalkers], maxY[kMaxOrientationWalkers];
     std::fill(std::begin(minX), std::end(minX), kSearchStart);
     std::fill(std::begin(minY), std::end(minY), kSearchStart);
     std::fill(std::begin(maxX), std::end(maxX), -kSearchStart);
@@ -442,7 +388,7 @@ void QRelationshipItemModel::rotateDataToForNormalQQPlot(QPointF const& mean)
         maxY[walker] = std::max(maxY[walker], longitude);
         out.set(row, QPointF(colatitude, longitude));
     });
-    for (int w = 1; w < kMaxWalkers; ++w) {
+    for (int w = 1; w < kMaxOrientationWalkers; ++w) {
         minX[0] = std::min(minX[0], minX[w]);
         maxX[0] = std::max(maxX[0], maxX[w]);
         minY[0] = std::min(minY[0], minY[w]);

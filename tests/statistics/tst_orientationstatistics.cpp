@@ -5,6 +5,7 @@
 #include <MatrixData.h>
 #include <QRelationshipItemModel.h>
 #include <SymmetricEigenSolver.h>
+#include <TerzaghiScanline.h>
 
 #include <QtTest>
 
@@ -13,6 +14,7 @@
 #include <limits>
 #include <memory>
 #include <random>
+#include <vector>
 
 using namespace rkBase;
 using Model = QRelationshipItemModel;
@@ -146,6 +148,8 @@ private slots:
     void biasWeight_data();
     void biasWeight();
     void normalisedBiasWeights();
+    void weightsInOneWalk_data();
+    void weightsInOneWalk();
 };
 
 void TestOrientationStatistics::eigenSolver()
@@ -515,6 +519,55 @@ void TestOrientationStatistics::normalisedBiasWeights()
     QVERIFY(close(m.biasCorrection(36, 1, total), 1.0, 1e-12));
     m.setScanline(90, 0, 89);
     QVERIFY(m.totalBiasWeight(total) == 0 && total == 0.0 && m.biasCorrection(1, 0, total) == 1.0);
+}
+
+void TestOrientationStatistics::weightsInOneWalk_data()
+{
+    QTest::addColumn<int>("rows"); // from 200,000 the walk is split between threads
+    QTest::addColumn<QPointF>("scanline");
+    QTest::addColumn<double>("minimumAngle");
+    QTest::addColumn<bool>("filtered");
+    QTest::newRow("horizontal") << 60 << QPointF(0, 55) << 10.0 << false;
+    QTest::newRow("plunging") << 60 << QPointF(35, 55) << 10.0 << false;
+    QTest::newRow("vertical, blanks") << 60 << QPointF(90, 0) << 10.0 << false;
+    // The last planes lie 60 degrees off a north scanline: exactly at a 30 degree minimum.
+    QTest::newRow("at the minimum") << 60 << QPointF(0, 0) << 30.0 << false;
+    QTest::newRow("minimum 0") << 60 << QPointF(0, 0) << 0.0 << false;
+    QTest::newRow("minimum past 90") << 60 << QPointF(0, 0) << 120.0 << false;
+    QTest::newRow("row filter") << 60 << QPointF(35, 55) << 10.0 << true;
+    QTest::newRow("nothing correctable") << 60 << QPointF(kNaN, 0) << 10.0 << false;
+    QTest::newRow("threads") << 200000 << QPointF(35, 55) << 10.0 << true;
+}
+
+// One walk gives every row the weight that the total and the per-row call give, bit for bit:
+// stored weight columns must not change when the same data are weighted again.
+void TestOrientationStatistics::weightsInOneWalk()
+{
+    QFETCH(int, rows);
+    QFETCH(QPointF, scanline);
+    QFETCH(double, minimumAngle);
+    QFETCH(bool, filtered);
+    QList<QPointF> planes;
+    for (int r = 0; r < rows; ++r)
+        planes << (r % 7 == 3 ? QPointF(kNaN, 0) : QPointF(5 + (r * 37) % 85, (r * 53) % 360 + 0.25 * (r % 4)));
+    planes << QPointF(90, 240) << QPointF(90, 120) << QPointF(90, 300) << QPointF(90, 60);
+    Loaded l = load(planes);
+    Probe& m = *l.model;
+    m.setScanline(scanline.x(), scanline.y(), minimumAngle);
+    if (filtered) {
+        m.setDisplayType(Model::HighlightSelected);
+        for (int r = 0; r < m.rowCount(); r += 3)
+            m.setSelected(r, true);
+    }
+    double total = 0.0;
+    const int count = m.totalBiasWeight(total);
+    const std::vector<double> weights = TerzaghiScanline::weights(m);
+    QCOMPARE(int(weights.size()), m.rowCount());
+    int differ = 0;
+    for (int r = 0; r < m.rowCount(); ++r)
+        if (weights[std::size_t(r)] != m.biasCorrection(r, count, total))
+            ++differ;
+    QCOMPARE(differ, 0);
 }
 
 QTEST_GUILESS_MAIN(TestOrientationStatistics)
