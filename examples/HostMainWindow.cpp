@@ -158,6 +158,47 @@ void HostMainWindow::chooseChartColumns()
     m_analyser->slotTabWidgetChanged();
 }
 
+bool HostMainWindow::chooseColumns(const QString& dip, const QString& azimuth, const QString& x, const QString& y,
+                                QString* error)
+{
+    if (dip.isEmpty() && azimuth.isEmpty() && x.isEmpty() && y.isEmpty())
+        return true;
+    auto refuse = [this, error](const QString& option, const QString& name) {
+        *error = tr("The sheet has no attribute \"%2\" to show as %1.").arg(option, name);
+        return false;
+    };
+    for (rkBase::QStereoChartWidget* net :
+         {m_analyser->stereoChart(), static_cast<rkBase::QStereoChartWidget*>(m_analyser->tangentChart())}) {
+        if (!net)
+            continue;
+        if (!dip.isEmpty()) {
+            net->setCurrentDipSelectedDataSet(dip);
+            if (net->currentDipSelectedDataSetName() != dip)
+                return refuse(QStringLiteral("dip"), dip);
+        }
+        if (!azimuth.isEmpty()) {
+            net->setCurrentAzimuthSelectedDataSet(azimuth);
+            if (net->currentAzimuthSelectedDataSetName() != azimuth)
+                return refuse(QStringLiteral("azimuth"), azimuth);
+        }
+    }
+    if (rkBase::QCrossPlotWidget* cross = m_analyser->crossPlotChart()) {
+        if (!x.isEmpty()) {
+            cross->setCurrentHorizontalSelectedDataSet(x);
+            if (cross->currentHorizontalSelectedDataSetName() != x)
+                return refuse(QStringLiteral("x"), x);
+        }
+        if (!y.isEmpty()) {
+            cross->setCurrentVerticalSelectedDataSet(y);
+            if (cross->currentVerticalSelectedDataSetName() != y)
+                return refuse(QStringLiteral("y"), y);
+        }
+    }
+    m_analyser->resetChartsUpdateNeeded();
+    m_analyser->slotTabWidgetChanged();
+    return true;
+}
+
 bool HostMainWindow::showTab(const QString& key)
 {
     rkBase::TabWidgetWithFloatingTabs* tabs = m_analyser->tabWidget();
@@ -352,7 +393,14 @@ rkBase::QChartDrawingArea* HostMainWindow::currentChart() const
         return nullptr;
     if (auto* chart = qobject_cast<rkBase::QChartDrawingArea*>(page))
         return chart;
-    return page->findChild<rkBase::QChartDrawingArea*>();
+    // A panel may hold further charts on pages not shown (the stereonet's Woodcock diagram and
+    // Fisher plots): the chart is the largest one on screen.
+    rkBase::QChartDrawingArea* best = nullptr;
+    for (rkBase::QChartDrawingArea* chart : page->findChildren<rkBase::QChartDrawingArea*>())
+        if (chart->isVisible()
+            && (!best || chart->width() * chart->height() > best->width() * best->height()))
+            best = chart;
+    return best ? best : page->findChild<rkBase::QChartDrawingArea*>();
 }
 
 bool HostMainWindow::exportChart(const QString& fileName, QString* error)
