@@ -18,6 +18,7 @@
 #include <QFileInfo>
 #include <QImage>
 #include <QPainter>
+#include <QRegularExpression>
 #include <QSaveFile>
 #include <QTextDocument>
 #include <QTimer>
@@ -130,7 +131,8 @@ QString ChartReport::pageHtml(const QList<Chart>& charts) const
     QString html = QStringLiteral(
                            "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>%1</title>\n"
                            "<style>\nbody { font-family: sans-serif; margin: 2em; color: #222; }\n"
-                           "figure { margin: 1.5em 0; }\nimg { max-width: 100%; border: 1px solid #ccc; }\n"
+                           "figure { display: inline-block; width: 48%; margin: 0.5em 0.5%; vertical-align: top; }\n"
+                           "img { width: 100%; border: 1px solid #ccc; }\n"
                            "td { padding: 0.1em 0.8em 0.1em 0; }\ntd.v { text-align: right; }\n</style>\n</head>\n"
                            "<body>\n")
                            .arg(escaped(QStringLiteral("Report of ") + file));
@@ -182,9 +184,25 @@ bool ChartReport::renderPage(const QString& dir, const QString& png, int width, 
     }
     QTextDocument document;
     document.setBaseUrl(QUrl::fromLocalFile(QDir(dir).absolutePath() + QLatin1Char('/')));
-    // Rich text knows no max-width: pictures are drawn at a width that fits the page.
+    // Rich text knows neither style widths nor inline blocks: the pictures go two to a row of a
+    // table, each with its caption below.
     QString html = QString::fromUtf8(page.readAll());
-    html.replace(QStringLiteral("<img "), QStringLiteral("<img width=\"%1\" ").arg(width - 80));
+    const int half = (width - 60) / 2;
+    html.replace(QStringLiteral("<img "), QStringLiteral("<img width=\"%1\" ").arg(half));
+    const QRegularExpression figure(QStringLiteral("<figure[^>]*>(.*?)</figure>\\s*"),
+                                    QRegularExpression::DotMatchesEverythingOption);
+    QString grid = QStringLiteral("<table cellspacing=\"6\">");
+    int cell = 0;
+    for (auto it = figure.globalMatch(html); it.hasNext(); ++cell) {
+        const QString content = it.next().captured(1);
+        grid += QString(cell % 2 ? QString() : QStringLiteral("<tr>")) + QStringLiteral("<td>") + content
+              + QStringLiteral("</td>") + QString(cell % 2 ? QStringLiteral("</tr>") : QString());
+    }
+    grid += QStringLiteral("</table>");
+    const int first = html.indexOf(QStringLiteral("<figure"));
+    html.remove(figure);
+    if (first >= 0)
+        html.insert(first, grid);
     document.setHtml(html);
     document.setTextWidth(width);
     QImage image(document.size().toSize(), QImage::Format_RGB32);

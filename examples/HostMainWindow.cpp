@@ -158,6 +158,19 @@ void HostMainWindow::chooseChartColumns()
     m_analyser->slotTabWidgetChanged();
 }
 
+namespace {
+// Picks the attribute of that name in a panel's box (none: leaves it); false when the box has none.
+template <class Panel>
+bool chooseColumn(Panel* panel, void (Panel::*set)(const QString&), QString (Panel::*current)() const,
+                  const QString& name)
+{
+    if (name.isEmpty())
+        return true;
+    (panel->*set)(name);
+    return (panel->*current)() == name;
+}
+} // namespace
+
 bool HostMainWindow::chooseColumns(const QString& dip, const QString& azimuth, const QString& x, const QString& y,
                                 QString* error)
 {
@@ -167,32 +180,23 @@ bool HostMainWindow::chooseColumns(const QString& dip, const QString& azimuth, c
         *error = tr("The sheet has no attribute \"%2\" to show as %1.").arg(option, name);
         return false;
     };
-    for (rkBase::QStereoChartWidget* net :
-         {m_analyser->stereoChart(), static_cast<rkBase::QStereoChartWidget*>(m_analyser->tangentChart())}) {
+    using Net = rkBase::QStereoChartWidget;
+    using Cross = rkBase::QCrossPlotWidget;
+    for (Net* net : {m_analyser->stereoChart(), static_cast<Net*>(m_analyser->tangentChart())}) {
         if (!net)
             continue;
-        if (!dip.isEmpty()) {
-            net->setCurrentDipSelectedDataSet(dip);
-            if (net->currentDipSelectedDataSetName() != dip)
-                return refuse(QStringLiteral("dip"), dip);
-        }
-        if (!azimuth.isEmpty()) {
-            net->setCurrentAzimuthSelectedDataSet(azimuth);
-            if (net->currentAzimuthSelectedDataSetName() != azimuth)
-                return refuse(QStringLiteral("azimuth"), azimuth);
-        }
+        if (!chooseColumn(net, &Net::setCurrentDipSelectedDataSet, &Net::currentDipSelectedDataSetName, dip))
+            return refuse(QStringLiteral("dip"), dip);
+        if (!chooseColumn(net, &Net::setCurrentAzimuthSelectedDataSet, &Net::currentAzimuthSelectedDataSetName, azimuth))
+            return refuse(QStringLiteral("azimuth"), azimuth);
     }
-    if (rkBase::QCrossPlotWidget* cross = m_analyser->crossPlotChart()) {
-        if (!x.isEmpty()) {
-            cross->setCurrentHorizontalSelectedDataSet(x);
-            if (cross->currentHorizontalSelectedDataSetName() != x)
-                return refuse(QStringLiteral("x"), x);
-        }
-        if (!y.isEmpty()) {
-            cross->setCurrentVerticalSelectedDataSet(y);
-            if (cross->currentVerticalSelectedDataSetName() != y)
-                return refuse(QStringLiteral("y"), y);
-        }
+    if (Cross* cross = m_analyser->crossPlotChart()) {
+        if (!chooseColumn(cross, &Cross::setCurrentHorizontalSelectedDataSet,
+                          &Cross::currentHorizontalSelectedDataSetName, x))
+            return refuse(QStringLiteral("x"), x);
+        if (!chooseColumn(cross, &Cross::setCurrentVerticalSelectedDataSet, &Cross::currentVerticalSelectedDataSetName,
+                          y))
+            return refuse(QStringLiteral("y"), y);
     }
     m_analyser->resetChartsUpdateNeeded();
     m_analyser->slotTabWidgetChanged();

@@ -101,6 +101,20 @@ void countCached(const double* trig, const unsigned char* flags, int rows, const
     }
 }
 
+// Sizes the grid (rows of -1: as it is) and empties it, as every count starts; false when it has
+// fewer than two nodes either way, so that no cell lies between them.
+bool startGrid(MatrixDataArray* grid, int& rows, int& columns)
+{
+    if (rows == -1) {
+        rows = grid->rowCount();
+        columns = grid->columnCount();
+    }
+    // reserve keeps the cells that fit; a count starts from zero.
+    grid->reserve(rows, columns);
+    grid->clearData();
+    return rows >= 2 && columns >= 2;
+}
+
 } // namespace
 
 void QRelationshipItemModel::countingOutProjections(int rows, int columns, bool poles, bool biasCorrect,
@@ -112,16 +126,7 @@ void QRelationshipItemModel::countingOutProjections(int rows, int columns, bool 
 void QRelationshipItemModel::countingOutProjections(int rows, int columns, MatrixDataArray* grid, bool poles,
                                                     bool biasCorrect, StereoNetGeometry const& net)
 {
-    if (!grid)
-        return;
-    if (rows == -1) {
-        rows = grid->rowCount();
-        columns = grid->columnCount();
-    }
-    // reserve keeps the cells that fit; a count starts from zero.
-    grid->reserve(rows, columns);
-    grid->clearData();
-    if (rows < 2 || columns < 2)
+    if (!grid || !startGrid(grid, rows, columns))
         return;
 
     const QRectF r = net.gridRect;
@@ -338,15 +343,9 @@ void QRelationshipItemModel::densityOnSphere(int rows, int columns, MatrixDataAr
         countingOutProjections(rows, columns, grid, poles, false, net);
         return;
     }
-    if (rows == -1) {
-        rows = grid->rowCount();
-        columns = grid->columnCount();
-    }
-    grid->reserve(rows, columns);
-    grid->clearData();
-    const QRectF r = net.gridRect;
-    if (rows < 2 || columns < 2 || !(net.radius > 0.0))
+    if (!startGrid(grid, rows, columns) || !(net.radius > 0.0))
         return;
+    const QRectF r = net.gridRect;
     std::vector<gdfVertex> nodes;
     nodes.reserve(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns));
     for (int i = 0; i < rows; ++i)
