@@ -67,6 +67,8 @@ struct Method {
         }
         reach = reach * (1.0 + 1e-9) + 1e-12;
     }
+    // A sigma so small or so large that its square leaves the doubles gives no density.
+    bool valid() const { return std::isfinite(scale) && scale > 0.0 && std::isfinite(reach) && reach > 0.0; }
     double term(double c) const
     {
         const double a = std::abs(c);
@@ -143,7 +145,7 @@ class HemisphereBins
 {
 public:
     HemisphereBins(const std::vector<Unit>& poles, double reach)
-        : m_reach(reach), m_side(std::clamp(int(std::ceil(2.0 / reach)), 1, 1024)), m_size(2.0 / m_side)
+        : m_reach(reach), m_side(int(std::clamp(std::ceil(2.0 / reach), 1.0, 1024.0))), m_size(2.0 / m_side)
     {
         std::vector<int> binOf(poles.size());
         m_start.assign(std::size_t(m_side * m_side + 1), 0);
@@ -214,7 +216,8 @@ double orientationDensity(const std::vector<gdfVertex>& poles, const gdfVertex& 
         return 0.0;
     if (method == DensityMethod::FourCorner)
         return fourCorner(units, u);
-    return bruteForce(units, u, Method(method, units.size(), sigma));
+    const Method m(method, units.size(), sigma);
+    return m.valid() ? bruteForce(units, u, m) : 0.0;
 }
 
 std::vector<double> orientationDensityGrid(const std::vector<gdfVertex>& poles, const std::vector<gdfVertex>& nodes,
@@ -230,6 +233,8 @@ std::vector<double> orientationDensityGrid(const std::vector<gdfVertex>& poles, 
         return out;
     }
     const Method m(method, units.size(), sigma);
+    if (!m.valid())
+        return out;
     // A reach near a right angle gains nothing from bins (and the two sides could meet).
     const bool binned = m.reach < 0.5;
     const HemisphereBins bins(binned ? units : std::vector<Unit>(), m.reach);

@@ -171,6 +171,8 @@ void TestOrientationDensity::badInput_data()
     QTest::newRow("zero node") << std::vector<gdfVertex>{z} << gdfVertex() << 3.0 << 0.0;
     QTest::newRow("sigma 0") << std::vector<gdfVertex>{z} << z << 0.0 << 0.0;
     QTest::newRow("sigma NaN") << std::vector<gdfVertex>{z} << z << kNaN << 0.0;
+    QTest::newRow("sigma squared is 0") << std::vector<gdfVertex>{z} << z << 1e-200 << 0.0;
+    QTest::newRow("sigma squared overflows") << std::vector<gdfVertex>{z} << z << 1e200 << 0.0;
 }
 
 void TestOrientationDensity::badInput()
