@@ -2,6 +2,8 @@
 // uniform sample reading sigma, the binned and threaded grid against the plain sum, the grid
 // count against the chart's own count, bad input, and the stereonet grid placing a pole's peak
 // where the chart draws the pole, on both nets.
+#include "LoadedOrientations.h"
+
 #include <MatrixData.h>
 #include <MatrixDataArray.h>
 #include <OrientationDensity.h>
@@ -51,29 +53,8 @@ std::vector<gdfVertex> clustered(int n, unsigned seed)
     return out;
 }
 
-struct Loaded {
-    std::unique_ptr<MatrixData> root;
-    std::unique_ptr<QRelationshipItemModel> model;
-};
-
-Loaded load(const QList<QPointF>& planes)
-{
-    Loaded l;
-    l.root.reset(new MatrixData(QStringLiteral("root"), -1, -1, QVariant::String, true));
-    auto* group = new MatrixData(QStringLiteral("Sheet"), -1, -1, QVariant::String, true);
-    auto* x = new MatrixData(QStringLiteral("dip"), planes.size(), 1, QVariant::Double, true);
-    auto* y = new MatrixData(QStringLiteral("azimuth"), planes.size(), 1, QVariant::Double, true);
-    l.root->appendChild(group, true);
-    group->appendChild(x, false);
-    group->appendChild(y, false);
-    for (int r = 0; r < planes.size(); ++r) {
-        x->setValue(r, 0, planes[r].x());
-        y->setValue(r, 0, planes[r].y());
-    }
-    l.model.reset(new QRelationshipItemModel);
-    l.model->takeNewDataSet(1, QRelationshipItemModel::ShowAll, x, y, {});
-    return l;
-}
+using testorientations::Loaded;
+using testorientations::load;
 
 StereoNetGeometry net(bool equalArea, QPointF offset = QPointF())
 {
