@@ -172,6 +172,51 @@ void HostMainWindow::chooseChartColumns()
     m_analyser->slotTabWidgetChanged();
 }
 
+namespace {
+// Picks the attribute of that name in a panel's box (none: leaves it); false when the box has none.
+template <class Panel>
+bool chooseColumn(Panel* panel, void (Panel::*set)(const QString&), QString (Panel::*current)() const,
+                  const QString& name)
+{
+    if (name.isEmpty())
+        return true;
+    (panel->*set)(name);
+    return (panel->*current)() == name;
+}
+} // namespace
+
+bool HostMainWindow::chooseColumns(const QString& dip, const QString& azimuth, const QString& x, const QString& y,
+                                QString* error)
+{
+    if (dip.isEmpty() && azimuth.isEmpty() && x.isEmpty() && y.isEmpty())
+        return true;
+    auto refuse = [this, error](const QString& option, const QString& name) {
+        *error = tr("The sheet has no attribute \"%2\" to show as %1.").arg(option, name);
+        return false;
+    };
+    using Net = rkBase::QStereoChartWidget;
+    using Cross = rkBase::QCrossPlotWidget;
+    for (Net* net : {m_analyser->stereoChart(), static_cast<Net*>(m_analyser->tangentChart())}) {
+        if (!net)
+            continue;
+        if (!chooseColumn(net, &Net::setCurrentDipSelectedDataSet, &Net::currentDipSelectedDataSetName, dip))
+            return refuse(QStringLiteral("dip"), dip);
+        if (!chooseColumn(net, &Net::setCurrentAzimuthSelectedDataSet, &Net::currentAzimuthSelectedDataSetName, azimuth))
+            return refuse(QStringLiteral("azimuth"), azimuth);
+    }
+    if (Cross* cross = m_analyser->crossPlotChart()) {
+        if (!chooseColumn(cross, &Cross::setCurrentHorizontalSelectedDataSet,
+                          &Cross::currentHorizontalSelectedDataSetName, x))
+            return refuse(QStringLiteral("x"), x);
+        if (!chooseColumn(cross, &Cross::setCurrentVerticalSelectedDataSet, &Cross::currentVerticalSelectedDataSetName,
+                          y))
+            return refuse(QStringLiteral("y"), y);
+    }
+    m_analyser->resetChartsUpdateNeeded();
+    m_analyser->slotTabWidgetChanged();
+    return true;
+}
+
 bool HostMainWindow::showTab(const QString& key)
 {
     rkBase::TabWidgetWithFloatingTabs* tabs = m_analyser->tabWidget();
@@ -366,7 +411,14 @@ rkBase::QChartDrawingArea* HostMainWindow::currentChart() const
         return nullptr;
     if (auto* chart = qobject_cast<rkBase::QChartDrawingArea*>(page))
         return chart;
-    return page->findChild<rkBase::QChartDrawingArea*>();
+    // A panel may hold further charts on pages not shown (the stereonet's Woodcock diagram and
+    // Fisher plots): the chart is the largest one on screen.
+    rkBase::QChartDrawingArea* best = nullptr;
+    for (rkBase::QChartDrawingArea* chart : page->findChildren<rkBase::QChartDrawingArea*>())
+        if (chart->isVisible()
+            && (!best || chart->width() * chart->height() > best->width() * best->height()))
+            best = chart;
+    return best ? best : page->findChild<rkBase::QChartDrawingArea*>();
 }
 
 bool HostMainWindow::exportChart(const QString& fileName, QString* error)

@@ -36,6 +36,11 @@ public:
     // Selects table rows first..last (counted from 1, as the table shows them), as a selection
     // made on a chart would; false when the range holds no row of the sheet.
     bool selectRows(int first, int last);
+    // The attributes the charts show, as a user would choose them: dip and azimuth on both nets,
+    // x and y on the cross plot; an empty name keeps the current choice. False with a message
+    // naming what the sheet lacks.
+    bool chooseColumns(const QString& dip, const QString& azimuth, const QString& x, const QString& y,
+                       QString* error);
 
     // ---- chart export ----
     // The chart on the analyser's current tab page, or null when it shows none.

@@ -5,7 +5,11 @@
 // stereo panel's "Statistic Summary"), and --select FIRST-LAST selects table rows first, as a
 // selection made on a chart would. --set NAME=VALUE sets a control of the tab by object name
 // (a combo box's entry, a check box or group to true or false), as a user would. With
-// --export FILE it writes the current tab's chart (.emf, .png or .svg) and exits.
+// --export FILE it writes the current tab's chart (.emf, .png or .svg) and exits. --report DIR
+// writes every chart and the statistics into DIR/index.html (ChartReport) and exits (with
+// --screenshot FILE.png, rendering the page there too). --dip,
+// --azimuth, --x and --y choose the attributes the nets and the cross plot show.
+#include "ChartReport.h"
 #include "HostMainWindow.h"
 
 #include <DepthLineField.h>
@@ -72,7 +76,8 @@ int main(int argc, char** argv)
 {
     // A script's export needs no screen.
     for (int i = 1; i < argc; ++i)
-        if (qstrcmp(argv[i], "--export") == 0 || qstrncmp(argv[i], "--export=", 9) == 0)
+        if (qstrcmp(argv[i], "--export") == 0 || qstrncmp(argv[i], "--export=", 9) == 0
+            || qstrcmp(argv[i], "--report") == 0 || qstrncmp(argv[i], "--report=", 9) == 0)
             if (qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
                 qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication app(argc, argv);
@@ -112,13 +117,33 @@ int main(int argc, char** argv)
     QCommandLineOption scenario(QStringLiteral("scenario"), QStringLiteral("With --scat: import this scenario file."),
                                 QStringLiteral("FILE.txt"));
     parser.addOption(scenario);
+    QCommandLineOption report(QStringLiteral("report"),
+                              QStringLiteral("Write every chart and the statistics into DIR/index.html and exit."),
+                              QStringLiteral("DIR"));
+    parser.addOption(report);
+    QCommandLineOption dip(QStringLiteral("dip"), QStringLiteral("The dip attribute of the nets."), QStringLiteral("NAME"));
+    QCommandLineOption azimuth(QStringLiteral("azimuth"), QStringLiteral("The azimuth attribute of the nets."),
+                               QStringLiteral("NAME"));
+    QCommandLineOption xAxis(QStringLiteral("x"), QStringLiteral("The cross plot's horizontal attribute."),
+                             QStringLiteral("NAME"));
+    QCommandLineOption yAxis(QStringLiteral("y"), QStringLiteral("The cross plot's vertical attribute."),
+                             QStringLiteral("NAME"));
+    parser.addOptions({dip, azimuth, xAxis, yAxis});
     parser.process(app);
 
     HostMainWindow window;
     const QString file = parser.isSet(data) ? parser.value(data) : QStringLiteral(RK_SAMPLE_DATA);
-    const bool headless = parser.isSet(shot) || parser.isSet(exportChart);
-    if (!window.openCsv(file, headless) && headless)
+    const bool headless = parser.isSet(shot) || parser.isSet(exportChart) || parser.isSet(report);
+    if (!window.openCsv(file, headless) && headless) {
+        std::fprintf(stderr, "rk_demo_host: cannot read %s\n", qPrintable(file));
         return 1;
+    }
+    QString columnError;
+    if (!window.chooseColumns(parser.value(dip), parser.value(azimuth), parser.value(xAxis), parser.value(yAxis),
+                              &columnError)) {
+        std::fprintf(stderr, "rk_demo_host: %s\n", qPrintable(columnError));
+        return 2;
+    }
     if (parser.isSet(select)) {
         int first = 0, last = 0;
         if (!parseRange(parser.value(select), first, last) || !window.selectRows(first, last)) {
@@ -143,6 +168,17 @@ int main(int argc, char** argv)
     }
     if (parser.isSet(exportChart))
         return exportAndExit(app, window, parser.value(exportChart));
+    if (parser.isSet(report)) {
+        ChartReport writer(window, file);
+        QString error;
+        // With --screenshot, the page as a reader sees it.
+        if (!writer.write(parser.value(report), &error)
+            || (parser.isSet(shot) && !ChartReport::renderPage(parser.value(report), parser.value(shot), 1000, &error))) {
+            std::fprintf(stderr, "rk_demo_host: %s\n", qPrintable(error));
+            return 1;
+        }
+        return 0;
+    }
     if (parser.isSet(scat)) {
         rkBase::QScatDepthPlotWidget* scatWindow = window.scatWindow();
         if (!scatWindow) {

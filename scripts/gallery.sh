@@ -48,12 +48,20 @@ for entry in "${pages[@]}"; do
   esac
 done
 
+# The pole density of the whole well on the stereo tab (the points hidden, so that nothing covers
+# it), filled with contour lines and labels, by
+# each counting method on the same 40 x 40 cell grid.
+density="m_pqShowPoles=false;m_pqShowAzimuths=false;m_pqContoursForPoles=true;m_pqDiscreteDensityGroupBox=true;m_pqWithContoursRadioButton=true;m_pqShowContourLabels=true;m_pqGridCellsSpinBox=40;m_pqCountingMethodComboBox"
 # Tabs set up as a user would set them (--set NAME=VALUE on the tab's controls by object name,
 # ';' between settings): the rose classified by an attribute, the histogram with P10, P50 and P90,
-# and the two-sample test of one horizon's porosity against the whole well's.
+# the two-sample test of one horizon's porosity against the whole well's, and the pole density by
+# each counting method.
 setups=("ROSEPLOT||tab_roseplot_classified.png|m_pqColourMapComboBox=Type"
         "HISTOGRAM||tab_histogram_percentiles.png|m_pqHistogramDataSetComboBox=Porosity;m_pqHistogramTypeComboBox=Relative Frequency;m_pqP10CheckBox=true;m_pqP50CheckBox=true;m_pqP90CheckBox=true"
-        "HISTOGRAM|Kolmogorov-Smirnov Two-Sample Test|tab_histogram_ks_test.png|m_pqHistogramDataSetComboBox=Porosity;useDataGroupBox=true;dataGroupAttributeComboBox=Horizon;dataGroupComboBox=Top Gamma;twoSampleTestGroupBox=true")
+        "HISTOGRAM|Kolmogorov-Smirnov Two-Sample Test|tab_histogram_ks_test.png|m_pqHistogramDataSetComboBox=Porosity;useDataGroupBox=true;dataGroupAttributeComboBox=Horizon;dataGroupComboBox=Top Gamma;twoSampleTestGroupBox=true"
+        "STEREOPLOT||tab_stereoplot_density_grid.png|${density}=Grid Count (%)"
+        "STEREOPLOT||tab_stereoplot_density_kamb.png|${density}=Kamb (sigma)"
+        "STEREOPLOT||tab_stereoplot_density_exponential_kamb.png|${density}=Exponential Kamb (sigma)")
 for entry in "${setups[@]}"; do
   IFS='|' read -r key page name settings <<<"$entry"
   args=(--tab "$key")
@@ -68,6 +76,13 @@ for entry in "${setups[@]}"; do
     *) echo "gallery: the demo host failed on $name (exit $rc)" >&2; exit 1 ;;
   esac
 done
+
+# A well's report (every chart tab with the statistics, as --report writes it) and its page as a
+# reader sees it.
+report=$(mktemp -d)
+"$host" --report "$report" --select 1001-1400 --screenshot "$out/report_page.png" 2>/dev/null
+rm -rf "$report"
+echo "gallery: $out/report_page.png"
 
 # The SCAT window on the sample well: its tops scenario with coloured stratigraphic domains, the
 # fault picked (yellow) in the framed dip track; and the scenario seeded from the well's SCAT rows.

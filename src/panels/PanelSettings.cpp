@@ -3,6 +3,7 @@
 #include <MatrixData.h>
 
 #include <QAbstractButton>
+#include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QSplitter>
 #include <QSpinBox>
@@ -115,6 +116,12 @@ void PanelSettings::readInto(QSpinBox* spin, const QString& key, int def) const
 {
     if (spin)
         spin->setValue(readInt(key, def, spin->minimum(), spin->maximum()));
+}
+
+void PanelSettings::readInto(QComboBox* combo, const QString& key, int def) const
+{
+    if (combo && combo->count() > 0)
+        combo->setCurrentIndex(readInt(key, def, 0, combo->count() - 1));
 }
 
 void PanelSettings::readInto(QDoubleSpinBox* spin, const QString& key, double def) const

@@ -64,6 +64,8 @@ public:
     void readInto(QAbstractButton* check, const QString& key, bool def) const;
     void readInto(QSpinBox* spin, const QString& key, int def) const;
     void readInto(QDoubleSpinBox* spin, const QString& key, double def) const;
+    // A combo box's index, within its items.
+    void readInto(QComboBox* combo, const QString& key, int def) const;
     // One radio button of a group, each with its own key: the first whose key reads true is
     // checked; with none, the one at defaultIndex.
     void readRadios(const QList<QPair<QAbstractButton*, QString>>& radios, int defaultIndex) const;

@@ -180,6 +180,7 @@ void QStereoChartWidget::initializeChart()
         connect(b, SIGNAL(toggled(bool)), this, SLOT(updateStereoPlotContours()));
     connect(m_pqDiscreteDensityGroupBox, SIGNAL(toggled(bool)), this, SLOT(updateStereoPlotContours()));
     connect(m_pqGridCellsSpinBox, SIGNAL(editingFinished()), this, SLOT(slotUpdateDensityGridMap()));
+    connect(m_pqCountingMethodComboBox, SIGNAL(activated(int)), this, SLOT(slotUpdateDensityGridMap()));
     for (QLineEdit* e : {m_pqContourMinRange, m_pqContourMaxRange, m_pqContourIntervalSize})
         connect(e, SIGNAL(editingFinished()), this, SLOT(updateStereoPlotContours()));
     connect(m_pqClusterMeanPoles, SIGNAL(clicked()), this, SLOT(updateStereoPlotSettings()));

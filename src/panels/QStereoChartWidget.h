@@ -275,6 +275,8 @@ protected:
                                      double& z);
     // The density grid the contour range follows: the poles' with "for Poles", else the dip
     // directions'.
+    // The density method chosen under "Counting Method".
+    DensityMethod countingMethod() const;
     MatrixDataArray* activeContourGrid() const;
     void resetContourRanges(MatrixDataArray* grid);
     void applyContourSettings();

@@ -113,6 +113,7 @@ void QStereoChartWidget::writeSettings()
     s.write(QStringLiteral("discrete_density_ranges"), m_pqDiscreteDensityGroupBox->isChecked());
     s.write(QStringLiteral("show_grid"), m_pqShowDensityGrid->isChecked());
     s.write(QStringLiteral("number_of_grid_cells"), m_pqGridCellsSpinBox->value());
+    s.write(QStringLiteral("counting_method"), m_pqCountingMethodComboBox->currentIndex());
     s.endGroup();
 
     s.beginGroup(QStringLiteral("contour_color_map_settings"));
@@ -258,6 +259,7 @@ void QStereoChartWidget::readSettings(const QString& prefix)
     m_pqDiscreteDensityGroupBox->setChecked(s.readBool(QStringLiteral("discrete_density_ranges"), false));
     s.readInto(m_pqShowDensityGrid, QStringLiteral("show_grid"), false);
     s.readInto(m_pqGridCellsSpinBox, QStringLiteral("number_of_grid_cells"), 20);
+    s.readInto(m_pqCountingMethodComboBox, QStringLiteral("counting_method"), 0);
     s.endGroup();
 
     s.beginGroup(QStringLiteral("contour_color_map_settings"));

@@ -34,6 +34,8 @@ QString panelText(const char* text)
 }
 
 const QString kNoValueText = QStringLiteral("---");
+// Kamb contours step by two sigma, from two sigma up.
+constexpr double kSigmaStep = 2.0;
 
 // A number for a label; what is not a number shows as no value, never as "nan".
 QString shown(double value, int decimals)
@@ -49,6 +51,18 @@ bool flipFor(const QRadioButton* redBlue)
 } // namespace
 
 // ---- density contours ----
+
+DensityMethod QStereoChartWidget::countingMethod() const
+{
+    switch (m_pqCountingMethodComboBox->currentIndex()) {
+    case 1:
+        return DensityMethod::Kamb;
+    case 2:
+        return DensityMethod::ExponentialKamb;
+    default:
+        return DensityMethod::FourCorner;
+    }
+}
 
 MatrixDataArray* QStereoChartWidget::activeContourGrid() const
 {
@@ -75,9 +89,18 @@ void QStereoChartWidget::resetContourRanges(MatrixDataArray* grid)
         noRange();
         return;
     }
-    m_pqContourMinRange->setText(QString::number(lo, 'f', 5));
-    m_pqContourMaxRange->setText(QString::number(hi, 'f', 5));
-    m_pqContourIntervalSize->setText(QString::number((hi - lo) * (100.0 / n) / 19.0, 'f', 5));
+    if (countingMethod() != DensityMethod::FourCorner) {
+        // Multiples of sigma: contours at 2, 4, 6 ... up to the peak, as such nets are read.
+        lo = kSigmaStep;
+        hi = std::max(kSigmaStep, kSigmaStep * std::ceil(hi / kSigmaStep));
+        m_pqContourMinRange->setText(QString::number(lo, 'f', 5));
+        m_pqContourMaxRange->setText(QString::number(hi, 'f', 5));
+        m_pqContourIntervalSize->setText(QString::number(kSigmaStep, 'f', 5));
+    } else {
+        m_pqContourMinRange->setText(QString::number(lo, 'f', 5));
+        m_pqContourMaxRange->setText(QString::number(hi, 'f', 5));
+        m_pqContourIntervalSize->setText(QString::number((hi - lo) * (100.0 / n) / 19.0, 'f', 5));
+    }
     {
         const QSignalBlocker blocker(m_pqContourBlueRedRadioButton);
         m_pqContourBlueRedRadioButton->setChecked(true);
@@ -138,6 +161,7 @@ void QStereoChartWidget::updateDensityGridMap()
 {
     const int n = m_pqGridCellsSpinBox->value();
     const bool weighted = m_pqBiasCorrectionCheckBox->isChecked();
+    m_drawingArea->setDensityMethod(countingMethod());
     // The grid lies over the net as it is placed now, which follows the chart's size.
     m_drawingArea->setCenterAndRadius();
     m_drawingArea->countingOutProjections(n + 1, n + 1, true, weighted);

@@ -131,6 +131,10 @@ public:
     void setContourLinesOn(bool on) { m_contourLinesOn = on; }
     void setContourLabelsOn(bool on) { m_contourLabelsOn = on; }
     void setContourRange(double min, double max) { m_contourMin = min; m_contourMax = max; }
+    // How the density grids were counted: grid counts are drawn in percent of the points, the
+    // Kamb methods' multiples of sigma as they are.
+    void setDensityMethod(DensityMethod method) { m_densityMethod = method; }
+    DensityMethod densityMethod() const { return m_densityMethod; }
     const std::vector<QPointF>& contourLabelPositions() const { return m_contourLabelPositions; }
     const std::vector<QString>& contourLabelTexts() const { return m_contourLabelTexts; }
     double zoomFactor() const { return m_zoomFactor; }
@@ -307,6 +311,7 @@ protected:
     bool m_contourLabelsOn = false;
     double m_contourMin = 0.0;
     double m_contourMax = 0.0;
+    DensityMethod m_densityMethod = DensityMethod::FourCorner;
     QPointF m_mousePickingPos{99999.0, 0.0};
     QPolygonF m_selectionPolygon;
     QImage m_overlayPixmap;

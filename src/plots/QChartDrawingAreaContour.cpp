@@ -114,10 +114,11 @@ void QChartDrawingArea::drawContour(QPainter* painter)
     m_contourLabelTexts.clear();
     if (!m_model)
         return;
+    const bool percent = m_densityMethod == DensityMethod::FourCorner;
     if (m_contourPolesOn)
-        drawContour(painter, m_model->contourGridPoles(), m_contourMin, m_contourMax, true, 2.0);
+        drawContour(painter, m_model->contourGridPoles(), m_contourMin, m_contourMax, percent, 2.0);
     if (m_contourDipDirOn)
-        drawContour(painter, m_model->contourGridDipDir(), m_contourMin, m_contourMax, true, 2.0);
+        drawContour(painter, m_model->contourGridDipDir(), m_contourMin, m_contourMax, percent, 2.0);
 }
 
 void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, double min, double max, bool percent,
@@ -163,7 +164,11 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
     const int cellsX = n - 1;
     const int cellsY = std::min(grid->columnCount() - 1, static_cast<int>(m_gridRect.height() / d + 1) - 1);
     const bool wantLines = m_contourPolesOn || m_contourDipDirOn;
-    const bool drawLines = !m_contourFillOn || m_contourLinesOn || (percent && !(m_model && m_model->showStressState()));
+    // Kamb densities are multiples of sigma; grid counts and the stress overlay keep their percent.
+    const bool sigmaLevels = !percent && m_model
+        && (grid == m_model->contourGridPoles() || grid == m_model->contourGridDipDir());
+    const bool drawLines = !m_contourFillOn || m_contourLinesOn
+        || ((percent || sigmaLevels) && !(m_model && m_model->showStressState()));
 
     // On the raster, one path per band: the triangles of a band are filled together, so the
     // shared edges of neighbouring triangles leave no antialiasing seams and a band is one
@@ -185,6 +190,7 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
     // is measured once.
     constexpr double kLabelMargin = 2.0;
     std::vector<QRectF> labelAreas;
+    const QString levelUnit = sigmaLevels ? QString(QChar(0x03C3)) : QStringLiteral("%");
     std::vector<QSizeF> labelBoxes(bands.size());
     auto labelBox = [&](const QString& text) {
         return painter->boundingRect(QRectF(rect()), Qt::AlignLeft, QLatin1Char(' ') + text + QLatin1Char(' ')).size();
@@ -282,7 +288,7 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
                         continue;
                     if (m_contourLabelsOn) {
                         const QPointF anchor(outX[0], outY[0]);
-                        const QString text = QString::number(b->low, 'f', 2) + QLatin1Char('%');
+                        const QString text = QString::number(b->low, 'f', 2) + levelUnit;
                         if (labelBoxes[bi].isEmpty())
                             labelBoxes[bi] = labelBox(text);
                         const QRectF area = contourLabelArea(anchor, labelBoxes[bi]);

@@ -245,14 +245,20 @@ StereoNetGeometry QStereoPlotWidget::netGeometry() const
 void QStereoPlotWidget::countingOutProjections(int rows, int columns, bool poles, bool biasCorrect)
 {
     if (m_model)
-        m_model->countingOutProjections(rows, columns, poles, biasCorrect, netGeometry());
+        countingOutProjections(rows, columns, poles ? m_model->contourGridPoles() : m_model->contourGridDipDir(), poles,
+                               biasCorrect);
 }
 
 void QStereoPlotWidget::countingOutProjections(int rows, int columns, MatrixDataArray* grid, bool poles,
                                                bool biasCorrect)
 {
-    if (m_model && grid)
+    if (!m_model || !grid)
+        return;
+    // Bias weights belong to the grid count; the Kamb methods count every point once.
+    if (m_densityMethod == DensityMethod::FourCorner)
         m_model->countingOutProjections(rows, columns, grid, poles, biasCorrect, netGeometry());
+    else
+        m_model->densityOnSphere(rows, columns, grid, poles, m_densityMethod, netGeometry());
 }
 
 void QStereoPlotWidget::calculateTheEdgeEffect(QPainter* painter, MatrixDataArray* grid)

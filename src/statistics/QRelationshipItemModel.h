@@ -13,6 +13,7 @@
 
 #include "DepthLineField.h"
 #include "MatrixDataArray.h"
+#include "OrientationDensity.h"
 #include "StereoNetGeometry.h"
 #include "gdfVertex.h"
 
@@ -343,6 +344,16 @@ public:
     // stood before the pass. With a painter nothing changes; every rim node and its opposite
     // are drawn as points in dark blue instead.
     void calculateTheEdgeEffect(QPainter* painter, MatrixDataArray* grid, StereoNetGeometry const& net) const;
+    // The density of the same points as countingOutProjections takes them (unweighted), on the
+    // sphere: each node of the rows x columns grid over net.gridRect is projected back to the
+    // orientation it shows (a node off the net to the rim along its ray), and gets
+    // orientationDensity there in multiples of sigma. No rim wrap is needed, and the grid reads
+    // the same orientations on either net. FourCorner is countingOutProjections itself.
+    void densityOnSphere(int rows, int columns, MatrixDataArray* grid, bool poles, DensityMethod method,
+                         StereoNetGeometry const& net);
+    // Unit vectors (x north, y east, z down) of the points densityOnSphere counts: the normals of
+    // the planes with poles, their dip directions otherwise.
+    std::vector<gdfVertex> densityVectors(bool poles) const;
 
     // ---- orientation statistics ----
     // Three rows of three doubles; the caller frees the rows, then the array

@@ -7,6 +7,7 @@
 // and cos x / (1 + sin x)), so a point costs a square root or a division and a few products
 // instead of three trig calls. Other dips go through StereoNetGeometry as they are.
 #include "QRelationshipItemModel.h"
+#include "OrientationDensity.h"
 
 #include <QPainter>
 #include <QPen>
@@ -100,6 +101,20 @@ void countCached(const double* trig, const unsigned char* flags, int rows, const
     }
 }
 
+// Sizes the grid (rows of -1: as it is) and empties it, as every count starts; false when it has
+// fewer than two nodes either way, so that no cell lies between them.
+bool startGrid(MatrixDataArray* grid, int& rows, int& columns)
+{
+    if (rows == -1) {
+        rows = grid->rowCount();
+        columns = grid->columnCount();
+    }
+    // reserve keeps the cells that fit; a count starts from zero.
+    grid->reserve(rows, columns);
+    grid->clearData();
+    return rows >= 2 && columns >= 2;
+}
+
 } // namespace
 
 void QRelationshipItemModel::countingOutProjections(int rows, int columns, bool poles, bool biasCorrect,
@@ -111,16 +126,7 @@ void QRelationshipItemModel::countingOutProjections(int rows, int columns, bool 
 void QRelationshipItemModel::countingOutProjections(int rows, int columns, MatrixDataArray* grid, bool poles,
                                                     bool biasCorrect, StereoNetGeometry const& net)
 {
-    if (!grid)
-        return;
-    if (rows == -1) {
-        rows = grid->rowCount();
-        columns = grid->columnCount();
-    }
-    // reserve keeps the cells that fit; a count starts from zero.
-    grid->reserve(rows, columns);
-    grid->clearData();
-    if (rows < 2 || columns < 2)
+    if (!grid || !startGrid(grid, rows, columns))
         return;
 
     const QRectF r = net.gridRect;
@@ -305,6 +311,54 @@ void QRelationshipItemModel::calculateTheEdgeEffect(QPainter* painter, MatrixDat
         for (int j = 0; j < columns; ++j)
             if (scratch[at(i, j)] != 0.0)
                 grid->setValue(i, j, scratch[at(i, j)]);
+}
+
+std::vector<gdfVertex> QRelationshipItemModel::densityVectors(bool poles) const
+{
+    std::vector<gdfVertex> out;
+    const int n = m_data ? m_data->validValueRowCount() : 0;
+    const bool filtered = m_partSelection && m_displayType != ShowAll;
+    constexpr double kRad = 3.14159265358979323846 / 180.0;
+    out.reserve(static_cast<std::size_t>(n));
+    for (int row = 0; row < n; ++row) {
+        QPointF point;
+        if ((filtered && !isSelected(row)) || !readOrientation(m_data, row, point))
+            continue;
+        const double sd = std::sin(point.x() * kRad), cd = std::cos(point.x() * kRad);
+        const double sa = std::sin(point.y() * kRad), ca = std::cos(point.y() * kRad);
+        if (poles)
+            out.emplace_back(-ca * sd, -sa * sd, cd);
+        else
+            out.emplace_back(ca * cd, sa * cd, sd);
+    }
+    return out;
+}
+
+void QRelationshipItemModel::densityOnSphere(int rows, int columns, MatrixDataArray* grid, bool poles,
+                                             DensityMethod method, StereoNetGeometry const& net)
+{
+    if (!grid)
+        return;
+    if (method == DensityMethod::FourCorner) {
+        countingOutProjections(rows, columns, grid, poles, false, net);
+        return;
+    }
+    if (!startGrid(grid, rows, columns) || !(net.radius > 0.0))
+        return;
+    const QRectF r = net.gridRect;
+    std::vector<gdfVertex> nodes;
+    nodes.reserve(static_cast<std::size_t>(rows) * static_cast<std::size_t>(columns));
+    for (int i = 0; i < rows; ++i)
+        for (int j = 0; j < columns; ++j)
+            nodes.push_back(net.axisAt(QPointF(r.x() + i * r.width() / (rows - 1), r.y() + j * r.height() / (columns - 1)),
+                                       poles));
+    const std::vector<double> values = orientationDensityGrid(densityVectors(poles), nodes, method);
+    for (int i = 0; i < rows; ++i)
+        for (int j = 0; j < columns; ++j) {
+            const double v = values[static_cast<std::size_t>(i) * columns + j];
+            if (v != 0.0)
+                grid->setValue(i, j, v);
+        }
 }
 
 } // namespace rkBase

@@ -15,6 +15,8 @@
 // chart's contour drawing and OpenGLScene::setMeshData read them: node (i, j) of a rows x
 // columns grid sits at gridRect.topLeft() + (i * width / (rows - 1), j * height / (columns - 1)).
 
+#include "gdfVertex.h"
+
 #include <QPointF>
 #include <QRectF>
 
@@ -56,6 +58,28 @@ public:
         double s, c;
         sinCosDegrees(orientation.y(), s, c);
         return QPointF(centre.x() + r * s, centre.y() - r * c) - offset;
+    }
+    // The axis (unit vector, x north, y east, z down, on the lower hemisphere) that a pixel of
+    // the net shows: the inverse of poleInPixel for poles (the plane's normal) or of
+    // dipDirectionInPixel otherwise. A pixel off the net is taken to the rim along its ray.
+    gdfVertex axisAt(QPointF const& pixel, bool poles) const
+    {
+        const QPointF shift = poles ? QPointF() : offset;
+        double east = (pixel.x() + shift.x() - centre.x()) / radius;
+        double north = -(pixel.y() + shift.y() - centre.y()) / radius;
+        double rho2 = east * east + north * north;
+        if (rho2 > 1.0) {
+            const double rho = std::sqrt(rho2);
+            east /= rho;
+            north /= rho;
+            rho2 = 1.0;
+        }
+        if (equalArea) {
+            const double k = std::sqrt(2.0 - rho2);
+            return gdfVertex(north * k, east * k, 1.0 - rho2);
+        }
+        const double d = 1.0 + rho2;
+        return gdfVertex(2.0 * north / d, 2.0 * east / d, (1.0 - rho2) / d);
     }
     // Sine and cosine of an azimuth, exactly 0 and 1 at the compass points (as a QTransform
     // rotation has them), so that an east or west point lies exactly on the centre's row.

@@ -15,6 +15,7 @@
 #include <UnitRegistry.h>
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QGroupBox>
 #include <QLineEdit>
@@ -32,11 +33,14 @@
 
 #include <QIntSpinBoxWithSlider.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
 using namespace rkBase;
 using namespace panelfixture;
+
+Q_DECLARE_METATYPE(rkBase::DensityMethod)
 
 namespace {
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
@@ -125,6 +129,8 @@ private slots:
     void contourIntervalZeroResets_data();
     void contourIntervalZeroResets();
     void contourRangeWithoutPoints();
+    void countingMethod_data();
+    void countingMethod();
     void onePointShowsDashes();
     void statisticsOfAGroup();
     void lineationDataHidesFisherFields();
@@ -539,6 +545,69 @@ void TestStereoChartWidget::contourRangeWithoutPoints()
     p.child<QAbstractButton>("m_pqResetContourRangeButton")->click();
     QCOMPARE(p.child<QLineEdit>("m_pqContourMinRange")->text(), QStringLiteral("---"));
     QVERIFY(!p.w->drawingArea()->visibleChartImage().isNull());
+}
+
+void TestStereoChartWidget::countingMethod_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<DensityMethod>("method");
+    QTest::newRow("kamb") << 1 << DensityMethod::Kamb;
+    QTest::newRow("exponential kamb") << 2 << DensityMethod::ExponentialKamb;
+}
+
+// A Kamb method turns the grid into multiples of sigma with ranges from 2 by 2 and labels in
+// sigma; going back to the grid count gives the count of before, to the last bit.
+void TestStereoChartWidget::countingMethod()
+{
+    QFETCH(int, index);
+    QFETCH(DensityMethod, method);
+    Sheet s;
+    addTwoClusters(s);
+    StereoPanel p(s);
+    p.show();
+    p.child<QCheckBox>("m_pqContoursForPoles")->setChecked(true);
+    p.child<QGroupBox>("m_pqDiscreteDensityGroupBox")->setChecked(true);
+    p.child<QCheckBox>("m_pqShowContourLabels")->setChecked(true);
+    MatrixDataArray* grid = p.w->model()->contourGridPoles();
+    auto values = [grid] {
+        std::vector<double> v;
+        for (int i = 0; i < grid->rowCount(); ++i)
+            for (int j = 0; j < grid->columnCount(); ++j)
+                v.push_back(grid->toDouble(i, j));
+        return v;
+    };
+    const std::vector<double> counted = values();
+    const QString countInterval = p.child<QLineEdit>("m_pqContourIntervalSize")->text();
+    auto* combo = p.child<QComboBox>("m_pqCountingMethodComboBox");
+    QCOMPARE(combo->itemText(index), index == 1 ? QStringLiteral("Kamb (sigma)") : QStringLiteral("Exponential Kamb (sigma)"));
+    combo->setCurrentIndex(index);
+    emit combo->activated(index);
+    QCOMPARE(p.w->drawingArea()->densityMethod(), method);
+    const std::vector<double> sigmas = values();
+    const double peak = *std::max_element(sigmas.begin(), sigmas.end());
+    // Ten poles, sigma 3: a cone of cos 10/19 and a standard deviation of 30/19, so each value is
+    // a whole count times 19/30, and nodes between the clusters (70 degrees apart) hold all ten.
+    if (method == DensityMethod::Kamb) {
+        for (double v : sigmas)
+            QVERIFY(std::abs(v * 30.0 / 19.0 - std::round(v * 30.0 / 19.0)) < 1e-9);
+        QVERIFY(std::abs(peak - 10.0 * 19.0 / 30.0) < 1e-9);
+    }
+    QVERIFY(peak > 3.0);
+    QCOMPARE(p.child<QLineEdit>("m_pqContourMinRange")->text(), QStringLiteral("2.00000"));
+    QCOMPARE(p.child<QLineEdit>("m_pqContourMaxRange")->text(), QString::number(2.0 * std::ceil(peak / 2.0), 'f', 5));
+    QCOMPARE(p.child<QLineEdit>("m_pqContourIntervalSize")->text(), QStringLiteral("2.00000"));
+    p.w->drawingArea()->grab();
+    QVERIFY(!p.w->drawingArea()->contourLabelTexts().empty());
+    for (const QString& label : p.w->drawingArea()->contourLabelTexts())
+        QVERIFY2(label.endsWith(QChar(0x03C3)), qPrintable(label));
+
+    combo->setCurrentIndex(0);
+    emit combo->activated(0);
+    QCOMPARE(values(), counted);
+    QCOMPARE(p.child<QLineEdit>("m_pqContourIntervalSize")->text(), countInterval);
+    p.w->drawingArea()->grab();
+    for (const QString& label : p.w->drawingArea()->contourLabelTexts())
+        QVERIFY2(label.endsWith(QLatin1Char('%')), qPrintable(label));
 }
 
 void TestStereoChartWidget::onePointShowsDashes()
@@ -1074,7 +1143,7 @@ const QMap<QString, QStringList>& settingsKeys()
           "color_map_red_blue"}},
         {"contours",
          {"density_contours_poles", "density_contours_dipdir", "discrete_density_ranges", "show_grid",
-          "number_of_grid_cells"}},
+          "number_of_grid_cells", "counting_method"}},
         {"contour_color_map_settings",
          {"color_map_min_range", "color_map_max_range", "color_map_interval_size", "color_map_blue_red",
           "color_map_red_blue"}},
@@ -1172,6 +1241,7 @@ void TestStereoChartWidget::settingsRoundTrip()
     a.child<QLineEdit>("m_pqColorMaxRange")->setText("9.5");
     a.child<QLineEdit>("m_pqColorIntervalSize")->setText("0.5");
     a.child<QSpinBox>("m_pqGridCellsSpinBox")->setValue(33);
+    a.child<QComboBox>("m_pqCountingMethodComboBox")->setCurrentIndex(2);
     a.child<QLineEdit>("m_pqContourMinRange")->setText("2");
     a.child<QLineEdit>("m_pqContourMaxRange")->setText("8");
     a.child<QLineEdit>("m_pqContourIntervalSize")->setText("1.25");

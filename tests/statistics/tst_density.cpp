@@ -1,6 +1,7 @@
 // Density grids: the four-corner count of projected poles and dip directions against a plain
 // recount through the chart's own rotation (a QTransform), placements worked by hand, the rim
 // wrap and its painter diagnostic, the row filter, bias weights and grids that cannot count.
+#include "LoadedOrientations.h"
 #include "PaintRecorder.h"
 
 #include <MatrixData.h>
@@ -24,30 +25,8 @@ using Grid = std::vector<std::vector<double>>;
 namespace {
 constexpr double kPi = 3.14159265358979323846;
 
-struct Loaded {
-    std::unique_ptr<MatrixData> root;
-    std::unique_ptr<Model> model;
-};
-
-Loaded load(const QList<QPointF>& points, Model::DisplayType type = Model::ShowAll,
-            const std::vector<int>& selected = {})
-{
-    Loaded l;
-    l.root.reset(new MatrixData(QStringLiteral("root"), -1, -1, QVariant::String, true));
-    auto* group = new MatrixData(QStringLiteral("Sheet"), -1, -1, QVariant::String, true);
-    auto* x = new MatrixData(QStringLiteral("dip"), points.size(), 1, QVariant::Double, true);
-    auto* y = new MatrixData(QStringLiteral("azimuth"), points.size(), 1, QVariant::Double, true);
-    l.root->appendChild(group, true);
-    group->appendChild(x, false);
-    group->appendChild(y, false);
-    for (int r = 0; r < points.size(); ++r) {
-        x->setValue(r, 0, points[r].x());
-        y->setValue(r, 0, points[r].y());
-    }
-    l.model.reset(new Model);
-    l.model->takeNewDataSet(1, type, x, y, selected);
-    return l;
-}
+using testorientations::Loaded;
+using testorientations::load;
 
 StereoNetGeometry net(bool equalArea = true, QPointF offset = QPointF())
 {

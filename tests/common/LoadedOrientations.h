@@ -1,0 +1,42 @@
+#pragma once
+// Orientations (x dip, y azimuth) in a sheet of their own under a root, loaded into a
+// relationship model as a panel loads its two columns, for the statistics tests.
+#include <MatrixData.h>
+#include <QRelationshipItemModel.h>
+
+#include <QList>
+#include <QPointF>
+
+#include <memory>
+#include <vector>
+
+namespace testorientations {
+
+struct Loaded {
+    std::unique_ptr<rkBase::MatrixData> root;
+    std::unique_ptr<rkBase::QRelationshipItemModel> model;
+};
+
+inline Loaded load(const QList<QPointF>& points,
+                   rkBase::QRelationshipItemModel::DisplayType type = rkBase::QRelationshipItemModel::ShowAll,
+                   const std::vector<int>& selected = {})
+{
+    using rkBase::MatrixData;
+    Loaded l;
+    l.root.reset(new MatrixData(QStringLiteral("root"), -1, -1, QVariant::String, true));
+    auto* group = new MatrixData(QStringLiteral("Sheet"), -1, -1, QVariant::String, true);
+    auto* x = new MatrixData(QStringLiteral("dip"), points.size(), 1, QVariant::Double, true);
+    auto* y = new MatrixData(QStringLiteral("azimuth"), points.size(), 1, QVariant::Double, true);
+    l.root->appendChild(group, true);
+    group->appendChild(x, false);
+    group->appendChild(y, false);
+    for (int r = 0; r < points.size(); ++r) {
+        x->setValue(r, 0, points[r].x());
+        y->setValue(r, 0, points[r].y());
+    }
+    l.model.reset(new rkBase::QRelationshipItemModel);
+    l.model->takeNewDataSet(1, type, x, y, selected);
+    return l;
+}
+
+} // namespace testorientations
