@@ -122,7 +122,7 @@ QString ChartReport::twoSampleHtml() const
     return html + QStringLiteral("</table>\n");
 }
 
-QString ChartReport::pageHtml(const QList<Chart>& charts) const
+QString ChartReport::pageHtml(const QString& dir, const QList<Chart>& charts) const
 {
     const QString file = QFileInfo(m_dataFile).fileName();
     const rkBase::QVertexItemModel* table = m_window.analyser()->vertexItemModel();
@@ -141,10 +141,17 @@ QString ChartReport::pageHtml(const QList<Chart>& charts) const
     html += row(QStringLiteral("Rows"), QString::number(rows));
     html += row(QStringLiteral("Date"), date);
     html += QStringLiteral("</table>\n<h2>Charts</h2>\n");
-    for (const Chart& c : charts)
-        html += QStringLiteral("<figure id=\"%1\">\n<img src=\"%2.png\" alt=\"%3\">\n<figcaption>%3 "
-                               "(<a href=\"%2.svg\">SVG</a>, <a href=\"%2.emf\">EMF</a>)</figcaption>\n</figure>\n")
-                        .arg(c.key, c.base, escaped(c.title));
+    for (const Chart& c : charts) {
+        QFile png(QDir(dir).filePath(c.base + QStringLiteral(".png")));
+        const QByteArray bytes = png.open(QIODevice::ReadOnly) ? png.readAll() : QByteArray();
+        const QString source = bytes.isEmpty() ? c.base + QStringLiteral(".png")
+                                               : QStringLiteral("data:image/png;base64,")
+                                                     + QString::fromLatin1(bytes.toBase64());
+        html += QStringLiteral("<figure id=\"%1\">\n<a href=\"%2.png\"><img src=\"%4\" alt=\"%3\"></a>\n"
+                               "<figcaption>%3 (<a href=\"%2.png\">PNG</a>, <a href=\"%2.svg\">SVG</a>, "
+                               "<a href=\"%2.emf\">EMF</a>)</figcaption>\n</figure>\n")
+                    .arg(c.key, c.base, escaped(c.title), source);
+    }
     html += QStringLiteral("<h2>Stereonet statistics</h2>\n") + statisticsHtml();
     html += QStringLiteral("<h2>Histogram two-sample test</h2>\n") + twoSampleHtml();
     return html + QStringLiteral("</body>\n</html>\n");
@@ -165,7 +172,7 @@ bool ChartReport::write(const QString& dir, QString* error)
     if (!renderCharts(dir, charts, error))
         return false;
     QSaveFile page(QDir(dir).filePath(QStringLiteral("index.html")));
-    if (!page.open(QIODevice::WriteOnly) || page.write(pageHtml(charts).toUtf8()) < 0 || !page.commit()) {
+    if (!page.open(QIODevice::WriteOnly) || page.write(pageHtml(dir, charts).toUtf8()) < 0 || !page.commit()) {
         *error = QStringLiteral("Cannot write %1.").arg(page.fileName());
         return false;
     }
@@ -187,6 +194,9 @@ bool ChartReport::renderPage(const QString& dir, const QString& png, int width, 
     // Rich text knows neither style widths nor inline blocks: the pictures go two to a row of a
     // table, each with its caption below.
     QString html = QString::fromUtf8(page.readAll());
+    // Rich text reads no embedded pictures: each is taken from the file it links to.
+    html.replace(QRegularExpression(QStringLiteral("<a href=\"([^\"]+\\.png)\"><img src=\"data:[^\"]*\"")),
+                 QStringLiteral("<a href=\"\\1\"><img src=\"\\1\""));
     const int half = (width - 60) / 2;
     html.replace(QStringLiteral("<img "), QStringLiteral("<img width=\"%1\" ").arg(half));
     const QRegularExpression figure(QStringLiteral("<figure[^>]*>(.*?)</figure>\\s*"),

@@ -43,7 +43,9 @@ private:
     bool renderCharts(const QString& dir, QList<Chart>& charts, QString* error);
     QString statisticsHtml() const;
     QString twoSampleHtml() const;
-    QString pageHtml(const QList<Chart>& charts) const;
+    // The pictures go into the page itself, each linked to its file: the page alone can be
+    // handed on, and the folder gives the vector forms beside it.
+    QString pageHtml(const QString& dir, const QList<Chart>& charts) const;
     void settle() const;
 
     HostMainWindow& m_window;

@@ -76,6 +76,8 @@ void TestChartReport::sampleWell()
     QFile lines(log.fileName());
     QVERIFY(lines.open(QIODevice::ReadOnly));
     QCOMPARE(lines.readAll().count('\n'), (files.size() - 1) / 3 + 1);
+    // The page alone shows every picture: each is in it as well as beside it.
+    QCOMPARE(html.count(QStringLiteral("src=\"data:image/png;base64,")), (files.size() - 1) / 3);
     for (const QString& name : files) {
         const QFileInfo info(QDir(out).filePath(name));
         QVERIFY2(info.isFile() && info.size() > 200, qPrintable(name));
