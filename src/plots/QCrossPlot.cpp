@@ -10,12 +10,15 @@
 #include <QApplication>
 #include <QBitmap>
 #include <QColorDialog>
+#include <QFontMetricsF>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 namespace rkBase {
 
@@ -620,6 +623,37 @@ void QCrossPlot::drawStructuralTops(DepthLineField* field, bool, QPainter* paint
     const auto& names = field->lineNames();
     const auto& xs = field->linesX();
     const int domain = int(field->domainType());
+    // Names closer together than a line of text would be written over one another: a dense
+    // scenario (one seeded from the well holds a top for every dip) names those that have room,
+    // the picked ones first, and every line is still drawn.
+    const auto labelled = [&](std::size_t i) {
+        const int type = typeAt(*field, i);
+        return (field->showHorizonLabels() && isHorizonOrTop(type)) || (field->showFaultLabels() && type == 4);
+    };
+    std::vector<char> named(depths.size(), 0);
+    {
+        // Where drawLabel puts a name's box: centred 8 pixels above its line, or below the line at
+        // the top of the chart.
+        const double room = QFontMetricsF(painter->font()).height() + 1.0;
+        const double rasterTop = rasterRect().top();
+        std::vector<double> taken;
+        for (int pass = 0; pass < 2; ++pass)
+            for (std::size_t i = 0; i < depths.size(); ++i) {
+                if (!labelled(i) || field->isSelected(int(i)) != (pass == 0))
+                    continue;
+                double y = transformInPixelPoint(QPointF(m_minPoint.x(), depths[i])).y() - 8.0 - room / 2.0;
+                if (y < rasterTop)
+                    y = rasterTop + 2.0;
+                const bool free = !std::isfinite(y) || std::none_of(taken.begin(), taken.end(), [&](double t) {
+                    return std::abs(t - y) < room;
+                });
+                if (pass == 0 || free) {
+                    named[i] = 1;
+                    if (std::isfinite(y))
+                        taken.push_back(y);
+                }
+            }
+    }
     for (std::size_t i = 0; i < depths.size(); ++i) {
         const int type = typeAt(*field, i);
         const bool selected = field->isSelected(int(i));
@@ -639,7 +673,7 @@ void QCrossPlot::drawStructuralTops(DepthLineField* field, bool, QPainter* paint
                 painter->drawLine(line);
         }
         const QString name = i < names.size() ? names[i] : QString();
-        if ((field->showHorizonLabels() && isHorizonOrTop(type)) || (field->showFaultLabels() && type == 4))
+        if (named[i])
             drawLabel(painter, QPointF(m_minPoint.x(), depths[i]), name);
         const double x = i < xs.size() ? xs[i] : m_minPoint.x();
         if (field->showStructuralPlanes() && plane) {

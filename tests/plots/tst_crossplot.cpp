@@ -10,6 +10,7 @@
 
 #include <QPainter>
 #include <QRandomGenerator>
+#include <QRegularExpression>
 #include <QPicture>
 #include <QSignalSpy>
 #include <QtTest>
@@ -170,6 +171,8 @@ private slots:
     void transforms_data();
     void transforms();
     void inverseUnderZoomAndScroll_data();
+    void topNamesKeepApart_data();
+    void topNamesKeepApart();
     void zoomedWalkDrawsWhatTheViewShows_data();
     void zoomedWalkDrawsWhatTheViewShows();
     void inverseUnderZoomAndScroll();
@@ -261,6 +264,58 @@ void TestCrossPlot::inverseUnderZoomAndScroll()
         QVERIFY2(std::abs(back.x() - data.x()) < 1e-9 && std::abs(back.y() - data.y()) < 1e-9,
                  qPrintable(QStringLiteral("%1,%2").arg(back.x()).arg(back.y())));
     }
+}
+
+void TestCrossPlot::topNamesKeepApart_data()
+{
+    QTest::addColumn<double>("spacing"); // in depth, two pixels each
+    QTest::addColumn<int>("picked");
+    QTest::addColumn<bool>("allNamed");
+    QTest::newRow("sparse, every name") << 10.0 << -1 << true;
+    QTest::newRow("dense, the picked one named") << 1.0 << 7 << false;
+    QTest::newRow("dense, nothing picked") << 1.0 << -1 << false;
+}
+
+// Tops closer than a line of text keep their lines but not all their names, and a picked top is
+// always named.
+void TestCrossPlot::topNamesKeepApart()
+{
+    QFETCH(double, spacing);
+    QFETCH(int, picked);
+    QFETCH(bool, allNamed);
+    Scenario field;
+    const int count = spacing > 5.0 ? 4 : 15;
+    for (int i = 0; i < count; ++i)
+        field.add(15.0 + spacing * i, DepthLineField::Top, Qt::blue);
+    if (picked >= 0)
+        field.setSelected({picked});
+    Plot plot;
+    plot.setOriginPosition(QCrossPlot::OriginTopLeft);
+    plot.setBoundaries(QPointF(0, 0), QPointF(100, 50));
+    PaintRecorder device(QSize(201, 101));
+    device.setRecordTextPositions(true);
+    {
+        QPainter painter(&device);
+        plot.drawStructuralTops(&field, false, &painter);
+    }
+    const QRegularExpression text(QStringLiteral("^text ' (L\\d+) ' at (-?\\d+),(-?\\d+) "));
+    QStringList names;
+    QList<int> rows;
+    for (const QString& call : device.calls(QStringLiteral("text "))) {
+        const QRegularExpressionMatch m = text.match(call);
+        QVERIFY2(m.hasMatch(), qPrintable(call));
+        names << m.captured(1);
+        rows << m.captured(3).toInt();
+    }
+    QCOMPARE(device.calls(QStringLiteral("lines ")).filter(QStringLiteral("-200,")).size(), count);
+    QCOMPARE(names.size() == count, allNamed);
+    QVERIFY(!names.isEmpty());
+    if (picked >= 0)
+        QVERIFY(names.contains(QStringLiteral("L%1").arg(picked + 1)));
+    const int height = qCeil(QFontMetricsF(QFont(QFont(), &device)).height());
+    for (int a = 0; a < rows.size(); ++a)
+        for (int b = a + 1; b < rows.size(); ++b)
+            QVERIFY2(std::abs(rows[a] - rows[b]) >= height, qPrintable(names[a] + QLatin1Char(' ') + names[b]));
 }
 
 void TestCrossPlot::zoomedWalkDrawsWhatTheViewShows_data()
