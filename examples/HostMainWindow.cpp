@@ -14,6 +14,7 @@
 #include <QModifyCellsDialog.h>
 #include <QScatDepthPlotWidget.h>
 #include <DepthLineField.h>
+#include <QHistogramChartWidget.h>
 #include <QVertexItemModel.h>
 #include <QVertexModelTableView.h>
 #include <TabWidgetWithFloatingTabs.h>
@@ -156,6 +157,9 @@ void HostMainWindow::chooseChartColumns()
         cross->setCurrentVerticalSelectedDataSet(QStringLiteral("Porosity"));
         cross->setFixedAxisWidth(80, 55);
     }
+    // Its distribution too: a histogram of measured depth is a flat block.
+    if (rkBase::QHistogramChartWidget* histogram = m_analyser->histogramChart())
+        histogram->setCurrentDataSet(QStringLiteral("Porosity"));
     if (rkBase::QDepthPlotWidget* depth = m_analyser->depthPlotChart()) {
         depth->setCurrentHorizontalSelectedDataSet(QStringLiteral("Porosity"));
         depth->setCurrentVerticalSelectedDataSet(QStringLiteral("Measured Depth"));
