@@ -288,7 +288,10 @@ void QChartDrawingArea::drawContour(QPainter* painter, MatrixDataArray* grid, do
                         continue;
                     if (m_contourLabelsOn) {
                         const QPointF anchor(outX[0], outY[0]);
-                        const QString text = QString::number(b->low, 'f', 2) + levelUnit;
+                        // Multiples of sigma read as whole numbers ("4σ"); percentages keep two decimals.
+                        const QString text = (sigmaLevels ? QString::number(b->low, 'g', 3)
+                                                          : QString::number(b->low, 'f', 2))
+                                             + levelUnit;
                         if (labelBoxes[bi].isEmpty())
                             labelBoxes[bi] = labelBox(text);
                         const QRectF area = contourLabelArea(anchor, labelBoxes[bi]);
