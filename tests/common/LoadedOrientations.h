@@ -1,8 +1,10 @@
 #pragma once
 // Orientations (x dip, y azimuth) in a sheet of their own under a root, loaded into a
-// relationship model as a panel loads its two columns, for the statistics tests.
+// relationship model as a panel loads its two columns, for the statistics tests; and the net the
+// density tests count them on.
 #include <MatrixData.h>
 #include <QRelationshipItemModel.h>
+#include <StereoNetGeometry.h>
 
 #include <QList>
 #include <QPointF>
@@ -37,6 +39,18 @@ inline Loaded load(const QList<QPointF>& points,
     l.model.reset(new rkBase::QRelationshipItemModel);
     l.model->takeNewDataSet(1, type, x, y, selected);
     return l;
+}
+
+// A net of radius 100 centred in a 200 x 200 grid rectangle.
+inline rkBase::StereoNetGeometry net(bool equalArea = true, QPointF offset = QPointF())
+{
+    rkBase::StereoNetGeometry g;
+    g.gridRect = QRectF(0, 0, 200, 200);
+    g.centre = QPointF(100, 100);
+    g.radius = 100;
+    g.equalArea = equalArea;
+    g.offset = offset;
+    return g;
 }
 
 } // namespace testorientations

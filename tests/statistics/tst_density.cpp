@@ -27,17 +27,7 @@ constexpr double kPi = 3.14159265358979323846;
 
 using testorientations::Loaded;
 using testorientations::load;
-
-StereoNetGeometry net(bool equalArea = true, QPointF offset = QPointF())
-{
-    StereoNetGeometry g;
-    g.gridRect = QRectF(0, 0, 200, 200);
-    g.centre = QPointF(100, 100);
-    g.radius = 100;
-    g.equalArea = equalArea;
-    g.offset = offset;
-    return g;
-}
+using testorientations::net;
 
 Grid read(const MatrixDataArray& a)
 {

@@ -55,17 +55,7 @@ std::vector<gdfVertex> clustered(int n, unsigned seed)
 
 using testorientations::Loaded;
 using testorientations::load;
-
-StereoNetGeometry net(bool equalArea, QPointF offset = QPointF())
-{
-    StereoNetGeometry g;
-    g.gridRect = QRectF(0, 0, 200, 200);
-    g.centre = QPointF(100, 100);
-    g.radius = 100;
-    g.equalArea = equalArea;
-    g.offset = offset;
-    return g;
-}
+using testorientations::net;
 } // namespace
 
 class TestOrientationDensity : public QObject
